@@ -1,0 +1,71 @@
+#include "lookup/ReadingTable.hpp"
+
+#include <fstream>
+#include <iterator>
+#include <limits>
+
+#include "text/TextOps.hpp"
+
+namespace quill {
+
+bool ReadingTable::Load(const std::string& path) {
+  if (!DictContent_.empty()) return true;
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return false;
+  std::string content((std::istreambuf_iterator<char>(in)),
+                      std::istreambuf_iterator<char>());
+  Assign(std::move(content));
+  return !DictContent_.empty();
+}
+
+void ReadingTable::Assign(std::string content) {
+  DictContent_ = std::move(content);
+  BuildIndex();
+}
+
+void ReadingTable::BuildIndex() {
+  firstOfByte_.assign(256, 0);
+  firstOfBmp_.assign(0x10000, 0);
+  firstOfOther_.clear();
+  // Positions are kept 1-based in 32 bits; a table past 4 GiB answers by a
+  // plain search instead.
+  if (DictContent_.size() >= std::numeric_limits<std::uint32_t>::max()) return;
+  const std::string_view text = DictContent_;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto b = static_cast<unsigned char>(text[i]);
+    const auto position = static_cast<std::uint32_t>(i + 1);
+    if (firstOfByte_[b] == 0) firstOfByte_[b] = position;
+    if (b < 0xC2) continue;
+    // Every offset is tried, not only character boundaries, so that the
+    // index agrees with a byte search on any content.
+    const Utf8Char c = DecodeChar(text, i);
+    if (c.length == 1) continue;
+    if (c.code < 0x10000) {
+      if (firstOfBmp_[c.code] == 0) firstOfBmp_[c.code] = position;
+    } else {
+      firstOfOther_.emplace(c.code, position);
+    }
+  }
+}
+
+long ReadingTable::Find(std::string_view needle) const {
+  if (needle.empty() || DictContent_.empty()) return 0;
+  if (firstOfBmp_.empty()) return InStrB(0, DictContent_, needle);
+  if (needle.size() == 1) return firstOfByte_[static_cast<unsigned char>(needle[0])];
+  const Utf8Char c = DecodeChar(needle, 0);
+  if (c.length != needle.size()) return InStrB(0, DictContent_, needle);
+  if (c.code < 0x10000) return firstOfBmp_[c.code];
+  const auto it = firstOfOther_.find(c.code);
+  return it == firstOfOther_.end() ? 0 : it->second;
+}
+
+std::string_view ReadingTable::ReadingEntry(long hitPosition) const {
+  const long lineEnd = InStrB(hitPosition, DictContent_, "\n");
+  const long length = lineEnd - hitPosition - 6;
+  const auto start = static_cast<std::size_t>(hitPosition - 1 + 6);
+  // MidB: nothing before the text's end, and no negative length.
+  if (length <= 0 || start >= DictContent_.size()) return {};
+  return std::string_view(DictContent_).substr(start, static_cast<std::size_t>(length));
+}
+
+}  // namespace quill

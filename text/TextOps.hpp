@@ -1,0 +1,90 @@
+// The string operations every part of Quillmere is written in.
+//
+// All text is UTF-8 in a std::string. Positions are 1-based. The character
+// forms (Len, Mid, Left, Right, InStr, Asc) count characters; the byte forms
+// (LenB, MidB, InStrB, AscB) count bytes and compare bytes exactly.
+//
+// What a character is: a well-formed UTF-8 sequence (shortest form, no
+// surrogate, at most U+10FFFF) is one character. Every byte that does not
+// begin such a sequence is a character of its own, whose code (Asc) is the
+// byte's value. So invalid input is never lost and never stops a loop:
+//   Len("a\xFF中") == 3, Asc("\xFF") == 255.
+//
+// Letter case: InStr, Replace, ReplaceAll and Equals ignore the case of the
+// ASCII letters and of nothing else, so accents count: "ü" is not "u".
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quill {
+
+// One decoded character: its code and the number of bytes it takes.
+struct Utf8Char {
+  std::uint32_t code;
+  std::size_t length;
+};
+
+// Decodes the character that starts at byte `pos` of `s` (pos < s.size()).
+Utf8Char DecodeChar(std::string_view s, std::size_t pos);
+
+// The UTF-8 of a code point; an invalid code point gives the empty string.
+std::string Chr(std::uint32_t code);
+
+// Code of the first character; 0 for the empty string.
+std::uint32_t Asc(std::string_view s);
+// Value of the first byte; 0 for the empty string.
+int AscB(std::string_view s);
+
+std::size_t Len(std::string_view s);
+std::size_t LenB(std::string_view s);
+
+// `length` < 0 means "to the end". A start below 1 counts from 1.
+std::string Mid(std::string_view s, long start, long length = -1);
+std::string MidB(std::string_view s, long start, long length = -1);
+std::string Left(std::string_view s, long count);
+std::string Right(std::string_view s, long count);
+
+// Byte position (1-based) of `find` in `s` from byte `start`; start 0 or 1
+// searches from the first byte. 0 when there is no hit or `find` is empty.
+long InStrB(long start, std::string_view s, std::string_view find);
+// Character position (1-based) of `find` in `s`, letter case ignored; 0 when
+// there is no hit or `find` is empty.
+long InStr(std::string_view s, std::string_view find);
+
+// The `=` of the program: whole strings, ASCII letter case ignored.
+bool Equals(std::string_view a, std::string_view b);
+
+// True for the characters Trim takes away: blank, tab, CR, LF, VT, FF.
+inline bool IsTrimmable(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' ||
+         c == '\f';
+}
+// White space and line ends off both ends.
+std::string Trim(std::string_view s);
+// In place; cheap when nothing is to be taken away.
+void TrimInPlace(std::string& s);
+
+// First occurrence only / every occurrence, letter case ignored. An empty
+// `find` changes nothing.
+std::string Replace(std::string_view s, std::string_view find,
+                    std::string_view with);
+std::string ReplaceAll(std::string_view s, std::string_view find,
+                       std::string_view with);
+
+// Fields between separators: CountFields is the number of separators plus 1
+// (so 1 for the empty string); NthField is empty past the last field.
+long CountFields(std::string_view s, std::string_view separator);
+std::string NthField(std::string_view s, std::string_view separator, long n);
+
+// The number at the head of the text (leading blanks skipped), 0 if none.
+double Val(std::string_view s);
+// Decimal text of a number.
+std::string Str(long long n);
+
+// True when every byte of `s` belongs to a well-formed character.
+bool IsValidUtf8(std::string_view s);
+
+}  // namespace quill
