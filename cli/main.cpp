@@ -167,7 +167,8 @@ int main(int argc, char** argv) {
   quill::LookUpEngine engine(files);
   const auto result = engine.LookUp(text, settings);
   if (result.outcome == quill::LookUpEngine::Outcome::kTableMissing) {
-    std::cerr << "The data file is missing. Please reinstall the application.\n";
+    std::cerr
+        << "The data file is missing. Please reinstall the application.\n";
     return 3;
   }
   Print(result.text, raw);

@@ -51,7 +51,9 @@ const Mark* FindMark(std::uint32_t code) {
   return nullptr;
 }
 
-bool EndsWith(const std::string& s, char c) { return !s.empty() && s.back() == c; }
+bool EndsWith(const std::string& s, char c) {
+  return !s.empty() && s.back() == c;
+}
 
 // What one character with a reading adds to each accumulator. Worked out
 // once per character and look-up: it depends on the reading string and the
@@ -82,7 +84,8 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
   return out;
 }
 
-Contribution Contribute(std::string_view entry, const LookUpSettings& settings) {
+Contribution Contribute(std::string_view entry,
+                        const LookUpSettings& settings) {
   const std::string& systems = settings.PinyinSystemsPrefValue;
   const ToneSettings& tones = settings.tones;
   Contribution c;
@@ -231,8 +234,8 @@ class Walk {
 
 DataFiles DataFiles::BesideExecutable() {
   const std::string folder = ApplicationFolder();
-  return {folder + "/zhuyintable", folder + "/STTABLE", folder + "/Tokenizer",
-          {}};
+  return {
+      folder + "/zhuyintable", folder + "/STTABLE", folder + "/Tokenizer", {}};
 }
 
 bool SystemIsOn(const std::string& PinyinSystemsPrefValue, int position) {
@@ -288,7 +291,8 @@ std::string AssembleResult(const Accumulators& results, int mode,
       {App::kTongyongPinyinText(), &results.tongyongResult},
   }};
   std::size_t size = foundCharacters.size() + 2;
-  for (const auto& [header, body] : blocks) size += header.size() + body->size() + 32;
+  for (const auto& [header, body] : blocks)
+    size += header.size() + body->size() + 32;
   std::string text;
   text.reserve(size);
   if (mode == 0) text.append(foundCharacters).append("\r\r");

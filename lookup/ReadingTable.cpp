@@ -51,7 +51,8 @@ void ReadingTable::BuildIndex() {
 long ReadingTable::Find(std::string_view needle) const {
   if (needle.empty() || DictContent_.empty()) return 0;
   if (firstOfBmp_.empty()) return InStrB(0, DictContent_, needle);
-  if (needle.size() == 1) return firstOfByte_[static_cast<unsigned char>(needle[0])];
+  if (needle.size() == 1)
+    return firstOfByte_[static_cast<unsigned char>(needle[0])];
   const Utf8Char c = DecodeChar(needle, 0);
   if (c.length != needle.size()) return InStrB(0, DictContent_, needle);
   if (c.code < 0x10000) return firstOfBmp_[c.code];
@@ -65,7 +66,8 @@ std::string_view ReadingTable::ReadingEntry(long hitPosition) const {
   const auto start = static_cast<std::size_t>(hitPosition - 1 + 6);
   // MidB: nothing before the text's end, and no negative length.
   if (length <= 0 || start >= DictContent_.size()) return {};
-  return std::string_view(DictContent_).substr(start, static_cast<std::size_t>(length));
+  return std::string_view(DictContent_)
+      .substr(start, static_cast<std::size_t>(length));
 }
 
 }  // namespace quill

@@ -5,7 +5,8 @@
 // Placeholder until the table walk lands: as if STTABLE were missing.
 namespace quill {
 
-STConverter::STConverter(std::string tablePath) : tablePath_(std::move(tablePath)) {}
+STConverter::STConverter(std::string tablePath)
+    : tablePath_(std::move(tablePath)) {}
 
 std::string STConverter::STConvert(std::string_view) { return {}; }
 

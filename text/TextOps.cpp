@@ -217,8 +217,9 @@ std::string NthField(std::string_view s, std::string_view separator, long n) {
     from = hit + separator.size();
   }
   const std::size_t end = s.find(separator, from);
-  return std::string(s.substr(
-      from, end == std::string_view::npos ? std::string_view::npos : end - from));
+  return std::string(s.substr(from, end == std::string_view::npos
+                                        ? std::string_view::npos
+                                        : end - from));
 }
 
 double Val(std::string_view s) {
