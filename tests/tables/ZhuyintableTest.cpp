@@ -1,0 +1,240 @@
+// Checks the committed zhuyintable against the rules the look-up relies on:
+// a byte search for a character must only ever hit its own key, and every
+// reading must be a syllable the romanization chains know.
+#include <gtest/gtest.h>
+#include <iconv.h>
+
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "text/TextOps.hpp"
+
+namespace quill {
+namespace {
+
+const std::string kTablePath = QUILLMERE_SOURCE_DIR "/data/zhuyintable";
+const std::string kSyllablesPath =
+    QUILLMERE_SOURCE_DIR "/tools/standard_syllables.txt";
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream buffer;
+  buffer << in.rdbuf();
+  return buffer.str();
+}
+
+std::vector<std::string> Split(const std::string& text,
+                               const std::string& separator) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t at; (at = text.find(separator, start)) != std::string::npos;
+       start = at + separator.size()) {
+    parts.push_back(text.substr(start, at - start));
+  }
+  parts.push_back(text.substr(start));
+  return parts;
+}
+
+std::set<std::string> StandardSyllables() {
+  std::set<std::string> syllables;
+  std::istringstream in(ReadFile(kSyllablesPath));
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line[0] != '#') {
+      syllables.insert(line.substr(0, line.find(' ')));
+    }
+  }
+  return syllables;
+}
+
+// The position of a Zhuyin letter in a syllable: 0 initial, 1 medial,
+// 2 final; -1 for anything else.
+int SlotOf(std::uint32_t code) {
+  if (code >= 0x3105 && code <= 0x3119) return 0;  // ㄅ to ㄙ
+  if (code >= 0x3127 && code <= 0x3129) return 1;  // ㄧ ㄨ ㄩ
+  if (code >= 0x311A && code <= 0x3126) return 2;  // ㄚ to ㄦ
+  return -1;
+}
+
+bool IsToneMark(std::uint32_t code) {
+  return code == 0x02CA || code == 0x02C7 || code == 0x02CB || code == 0x02D9;
+}
+
+// Letters in the order initial, medial, final, at most one of each, then at
+// most one tone mark. Returns the letters without the mark, or "" when the
+// reading breaks the rule.
+std::string LettersOf(const std::string& reading) {
+  int lastSlot = -1;
+  std::size_t pos = 0;
+  while (pos < reading.size()) {
+    const Utf8Char c = DecodeChar(reading, pos);
+    if (IsToneMark(c.code)) {
+      return pos > 0 && pos + c.length == reading.size()
+                 ? reading.substr(0, pos)
+                 : "";
+    }
+    const int slot = SlotOf(c.code);
+    if (slot <= lastSlot) return "";
+    lastSlot = slot;
+    pos += c.length;
+  }
+  return reading;
+}
+
+struct Line {
+  std::string key;
+  std::vector<std::string> readings;
+};
+
+class Zhuyintable : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    content_ = new std::string(ReadFile(kTablePath));
+    lines_ = new std::vector<Line>;
+    for (const std::string& text : Split(*content_, "\n")) {
+      if (text.size() >= 6) {
+        lines_->push_back({text.substr(0, 3), Split(text.substr(6), "  ")});
+      }
+    }
+  }
+  static void TearDownTestSuite() {
+    delete content_;
+    delete lines_;
+  }
+  static const Line* Find(const std::string& key) {
+    for (const Line& line : *lines_) {
+      if (line.key == key) return &line;
+    }
+    return nullptr;
+  }
+
+  static std::string* content_;
+  static std::vector<Line>* lines_;
+};
+std::string* Zhuyintable::content_ = nullptr;
+std::vector<Line>* Zhuyintable::lines_ = nullptr;
+
+TEST_F(Zhuyintable, IsUtf8LinesEndedByLineFeeds) {
+  const std::string& content = *content_;
+  ASSERT_FALSE(content.empty());
+  EXPECT_TRUE(IsValidUtf8(content));
+  EXPECT_EQ(content.back(), '\n');
+  EXPECT_EQ(content.find('\r'), std::string::npos);
+  EXPECT_EQ(content.find('\0'), std::string::npos);
+}
+
+TEST_F(Zhuyintable, EveryLineIsKeyFillerReadings) {
+  int lineNumber = 0;
+  for (const std::string& text : Split(*content_, "\n")) {
+    ++lineNumber;
+    if (text.empty() && lineNumber > 1) continue;  // after the last LF
+    ASSERT_GT(text.size(), 6u) << "line " << lineNumber;
+    const Utf8Char key = DecodeChar(text, 0);
+    EXPECT_EQ(key.length, 3u) << "line " << lineNumber;
+    EXPECT_TRUE(key.code >= 0x800 && key.code <= 0xFFFF &&
+                !(key.code >= 0xD800 && key.code <= 0xDFFF))
+        << "line " << lineNumber;
+    EXPECT_EQ(text.substr(3, 3), "   ") << "line " << lineNumber;
+    EXPECT_NE(text[6], ' ') << "line " << lineNumber;
+    EXPECT_NE(text.back(), ' ') << "line " << lineNumber;
+  }
+  EXPECT_GE(lines_->size(), 20000u);
+}
+
+TEST_F(Zhuyintable, NoKeyTwice) {
+  std::set<std::string> keys;
+  for (const Line& line : *lines_) {
+    EXPECT_TRUE(keys.insert(line.key).second) << line.key;
+  }
+}
+
+TEST_F(Zhuyintable, ReadingsAreStandardSyllables) {
+  const std::set<std::string> standard = StandardSyllables();
+  ASSERT_GT(standard.size(), 400u);
+  int outside = 0;
+  for (const Line& line : *lines_) {
+    std::set<std::string> seen;
+    bool anyStandard = false;
+    for (const std::string& reading : line.readings) {
+      const std::string letters = LettersOf(reading);
+      EXPECT_FALSE(letters.empty())
+          << line.key << " has the reading \"" << reading << "\"";
+      EXPECT_TRUE(seen.insert(reading).second) << line.key << " " << reading;
+      anyStandard = anyStandard || standard.count(letters) > 0;
+    }
+    // A syllable outside standard Mandarin only stands where the character
+    // has no other reading.
+    if (!anyStandard) ++outside;
+    EXPECT_TRUE(anyStandard || line.readings.size() == 1) << line.key;
+    if (anyStandard) {
+      for (const std::string& reading : line.readings) {
+        EXPECT_TRUE(standard.count(LettersOf(reading)))
+            << line.key << " " << reading;
+      }
+    }
+  }
+  EXPECT_LE(outside, 10);
+}
+
+TEST_F(Zhuyintable, MainReadingsOfWellKnownCharacters) {
+  const std::map<std::string, std::vector<std::string>> expected = {
+      {"中", {"ㄓㄨㄥ", "ㄓㄨㄥˋ"}},
+      {"文", {"ㄨㄣˊ"}},
+      {"國", {"ㄍㄨㄛˊ"}},
+      {"国", {"ㄍㄨㄛˊ"}},
+      {"的", {"ㄉㄜ˙"}},
+      {"好", {"ㄏㄠˇ", "ㄏㄠˋ"}},
+      {"行", {"ㄒㄧㄥˊ", "ㄏㄤˊ"}},
+      {"了", {"ㄌㄜ˙", "ㄌㄧㄠˇ"}},
+      {"一", {"ㄧ"}},
+      {"不", {"ㄅㄨˋ"}},
+      {"是", {"ㄕˋ"}},
+      {"人", {"ㄖㄣˊ"}},
+      {"兒", {"ㄦˊ"}},
+      {"樂", {"ㄌㄜˋ", "ㄩㄝˋ"}},
+      {"乐", {"ㄌㄜˋ", "ㄩㄝˋ"}},
+      {"几", {"ㄐㄧˇ", "ㄐㄧ"}},
+      {"嗯", {"ㄣ˙"}},
+  };
+  for (const auto& [key, readings] : expected) {
+    const Line* line = Find(key);
+    ASSERT_NE(line, nullptr) << key;
+    ASSERT_GE(line->readings.size(), readings.size()) << key;
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+      EXPECT_EQ(line->readings[i], readings[i]) << key << " reading " << i + 1;
+    }
+  }
+}
+
+// Every Chinese character of GB 2312 can be looked up directly.
+TEST_F(Zhuyintable, CoversGb2312) {
+  std::set<std::string> keys;
+  for (const Line& line : *lines_) keys.insert(line.key);
+  iconv_t cd = iconv_open("UTF-8", "EUC-CN");
+  ASSERT_NE(cd, reinterpret_cast<iconv_t>(-1));
+  int characters = 0;
+  for (int lead = 176; lead <= 247; ++lead) {
+    for (int trail = 161; trail <= 254; ++trail) {
+      char in[2] = {static_cast<char>(lead), static_cast<char>(trail)};
+      char out[8];
+      char* inPtr = in;
+      char* outPtr = out;
+      std::size_t inLeft = 2, outLeft = sizeof out;
+      if (iconv(cd, &inPtr, &inLeft, &outPtr, &outLeft) ==
+          static_cast<std::size_t>(-1)) {
+        continue;
+      }
+      ++characters;
+      const std::string character(out, outPtr);
+      EXPECT_TRUE(keys.count(character)) << character;
+    }
+  }
+  iconv_close(cd);
+  EXPECT_EQ(characters, 6763);
+}
+
+}  // namespace
+}  // namespace quill
