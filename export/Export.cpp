@@ -1,5 +1,6 @@
 #include "export/Export.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <unordered_map>
@@ -46,9 +47,6 @@ class PageWalk {
   }
 
   void Run(std::string_view text) {
-    for (int i = 0; i < kSystems; ++i) {
-      if (on_[i]) results_[i].reserve(text.size() * 4);
-    }
     for (std::size_t pos = 0; pos < text.size();) {
       const Utf8Char c = DecodeChar(text, pos);
       const std::string_view character = text.substr(pos, c.length);
@@ -63,23 +61,8 @@ class PageWalk {
     }
   }
 
-  // Each block of a system that is on in its "<p>"; the rest stay empty.
-  std::array<std::string, kSystems> Wrapped() && {
-    int count = 0;
-    for (bool on : on_) count += on ? 1 : 0;
-    const std::array<std::string, kSystems> names{
-        App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
-        App::kWadeGilesText(), App::kTongyongPinyinText()};
-    for (int i = 0; i < kSystems; ++i) {
-      if (!on_[i]) continue;
-      if (count == 1) {
-        results_[i] = "<p>" + results_[i] + "</p>";
-      } else {
-        results_[i] = "<p>" + names[i] + "<br /><br />" + results_[i] + "</p>";
-      }
-    }
-    return std::move(results_);
-  }
+  const std::array<std::string, kSystems>& results() const { return results_; }
+  const std::array<bool, kSystems>& on() const { return on_; }
 
  private:
   static constexpr int kNoReading = -1;
@@ -182,16 +165,31 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
 
   PageWalk walk(engine, settings);
   walk.Run(exportText);
-  const std::array<std::string, kSystems> blocks = std::move(walk).Wrapped();
+  const auto& results = walk.results();
+  const auto& on = walk.on();
 
-  // Every seam is written whether its system is on or not, and its
-  // "</ruby>" closes a run left open inside the block, or nothing.
+  // One system alone stands in a bare "<p>"; with several, each block is
+  // headed by its name; with none, nothing is wrapped.
+  const int count = static_cast<int>(std::count(on.begin(), on.end(), true));
+  const std::array<std::string, kSystems> names{
+      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
+      App::kWadeGilesText(), App::kTongyongPinyinText()};
+
   std::string page = DocumentHead();
-  std::size_t size = page.size() + 128;
-  for (const std::string& block : blocks) size += block.size();
+  std::size_t size = page.size() + 256;
+  for (int i = 0; i < kSystems; ++i) {
+    size += results[i].size() + names[i].size();
+  }
   page.reserve(size);
   for (int i = 0; i < kSystems; ++i) {
-    page += blocks[static_cast<std::size_t>(i)];
+    if (on[i]) {
+      page += "<p>";
+      if (count > 1) page.append(names[i]).append("<br /><br />");
+      page += results[i];
+      page += "</p>";
+    }
+    // Every seam is written whether its system is on or not, and its
+    // "</ruby>" closes a run left open inside the block, or nothing.
     page += i + 1 < kSystems ? "</ruby><br />" : "</ruby>";
     page += kEndOfLine;
   }
