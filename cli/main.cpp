@@ -1,4 +1,9 @@
 // quillmere-cli: the look-up of the window, from a terminal or a script.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -8,7 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "export/Export.hpp"
 #include "lookup/LookUp.hpp"
+#include "text/TextOps.hpp"
 
 namespace {
 
@@ -37,10 +44,20 @@ Options:
   --sttable PATH   use another STTABLE
   --tokenizer PATH use another Tokenizer
   --raw            print the result byte for byte, lines ended by CR
+  --export text|html
+                   instead of the result, what the window exports: text is
+                   the trimmed input, two line ends and the result (its CR
+                   shown as line ends unless --raw); html is an XHTML page
+                   with each system's readings above the characters in ruby
+                   elements (the text is never segmented for it). An empty
+                   text exports nothing.
+  -o, --output FILE
+                   write to FILE instead of standard output; FILE is
+                   replaced only once everything has been written
   -h, --help       show this help
 
-Exit status: 0 on success, 2 for bad usage or an unreadable input file,
-3 when the data file is missing.
+Exit status: 0 on success, 1 when the output can't be written, 2 for bad
+usage or an unreadable input file, 3 when the data file is missing.
 )";
 
 int Usage(const std::string& message) {
@@ -56,21 +73,77 @@ std::optional<std::string> ReadAll(std::istream& in) {
   return text;
 }
 
-// Writes `text` with each CR shown as a line end, unless `raw`.
-void Print(const std::string& text, bool raw) {
-  if (raw) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    return;
+// Each CR of the result shown as a line end, unless `raw`.
+void ShowLineEnds(std::string& text, bool raw) {
+  if (raw) return;
+  for (char& c : text) {
+    if (c == '\r') c = '\n';
   }
-  std::string chunk;
-  constexpr std::size_t kChunk = 1 << 16;
-  for (std::size_t from = 0; from < text.size(); from += kChunk) {
-    chunk.assign(text, from, kChunk);
-    for (char& c : chunk) {
-      if (c == '\r') c = '\n';
+}
+
+int WriteFailed(const std::string& path, int error) {
+  std::cerr << "quillmere-cli: cannot write '" << path
+            << "': " << std::strerror(error) << "\n";
+  return 1;
+}
+
+bool WriteFully(int fd, const std::string& text) {
+  const char* data = text.data();
+  std::size_t left = text.size();
+  while (left > 0) {
+    const ssize_t n = ::write(fd, data, left);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      return false;
     }
-    std::fwrite(chunk.data(), 1, chunk.size(), stdout);
+    data += n;
+    left -= static_cast<std::size_t>(n);
   }
+  return true;
+}
+
+// Writes `text` to a new file beside `path` and renames it over `path`, so
+// that an existing file is replaced only by a complete one.
+int WriteFile(const std::string& path, const std::string& text) {
+  const std::size_t slash = path.rfind('/');
+  const std::string folder =
+      slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  const std::string name =
+      slash == std::string::npos ? path : path.substr(slash + 1);
+  if (name.empty()) return WriteFailed(path, EISDIR);
+  std::string temporary =
+      folder + (slash == std::string::npos ? "/" : "") + "." + name + ".XXXXXX";
+  const int fd = ::mkstemp(temporary.data());
+  if (fd < 0) return WriteFailed(path, errno);
+  // A replaced file keeps its permissions; a new one gets the usual ones.
+  struct stat existing {};
+  mode_t mode = 0;
+  if (::stat(path.c_str(), &existing) == 0) {
+    mode = existing.st_mode & 07777;
+  } else {
+    mode = ::umask(0);
+    ::umask(mode);
+    mode = 0666 & ~mode;
+  }
+  int error = 0;
+  if (::fchmod(fd, mode) != 0 || !WriteFully(fd, text) || ::fsync(fd) != 0) {
+    error = errno;
+  }
+  if (::close(fd) != 0 && error == 0) error = errno;
+  if (error == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) {
+    error = errno;
+  }
+  if (error != 0) {
+    ::unlink(temporary.c_str());
+    return WriteFailed(path, error);
+  }
+  return 0;
+}
+
+int Emit(const std::string& text, const std::optional<std::string>& path) {
+  if (path) return WriteFile(*path, text);
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  return std::fflush(stdout) == 0 ? 0 : 1;
 }
 
 }  // namespace
@@ -81,6 +154,8 @@ int main(int argc, char** argv) {
   std::optional<std::string> inputFile;
   std::vector<std::string> words;
   bool raw = false;
+  std::string exportFormat;  // "", "text" or "html"
+  std::optional<std::string> outputFile;
 
   for (int i = 1; i < argc; ++i) {
     const std::string arg = argv[i];
@@ -127,6 +202,14 @@ int main(int argc, char** argv) {
       if (!value(files.tokenizer)) return Usage("--tokenizer needs a path");
     } else if (arg == "--raw") {
       raw = true;
+    } else if (arg == "--export") {
+      if (!value(v) || (v != "text" && v != "html")) {
+        return Usage("--export needs text or html");
+      }
+      exportFormat = v;
+    } else if (arg == "-o" || arg == "--output") {
+      if (!value(v) || v.empty()) return Usage(arg + " needs a file");
+      outputFile = v;
     } else if (arg == "--") {
       for (++i; i < argc; ++i) words.emplace_back(argv[i]);
     } else if (arg.size() > 1 && arg[0] == '-') {
@@ -164,13 +247,31 @@ int main(int argc, char** argv) {
     text = std::move(*read);
   }
 
+  constexpr const char* kTableMissing =
+      "The data file is missing. Please reinstall the application.\n";
   quill::LookUpEngine engine(files);
-  const auto result = engine.LookUp(text, settings);
+  if (exportFormat == "html") {
+    const std::string exportText = quill::Trim(text);
+    const auto page = quill::BuildPhoneticPage(exportText, settings, engine);
+    if (page.status == quill::ExportPage::Status::kTableMissing) {
+      std::cerr << kTableMissing;
+      return 3;
+    }
+    if (page.status == quill::ExportPage::Status::kNothing) return 0;
+    return Emit(page.text, outputFile);
+  }
+
+  auto result = engine.LookUp(text, settings);
   if (result.outcome == quill::LookUpEngine::Outcome::kTableMissing) {
-    std::cerr
-        << "The data file is missing. Please reinstall the application.\n";
+    std::cerr << kTableMissing;
     return 3;
   }
-  Print(result.text, raw);
-  return std::fflush(stdout) == 0 ? 0 : 1;
+  if (exportFormat == "text") {
+    // Like the window, which exports nothing before a look-up of some text.
+    if (result.outcome == quill::LookUpEngine::Outcome::kNothing) return 0;
+    ShowLineEnds(result.text, raw);
+    return Emit(quill::BuildPlainText(text, result.text), outputFile);
+  }
+  ShowLineEnds(result.text, raw);
+  return Emit(result.text, outputFile);
 }

@@ -1,0 +1,202 @@
+#include "export/Export.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "app/TextConstants.hpp"
+#include "text/TextOps.hpp"
+
+namespace quill {
+
+namespace {
+
+constexpr std::string_view kEndOfLine = "\n";
+constexpr int kSystems = 5;
+
+// The ruby text of one character in each system that is on, in the order of
+// PinyinSystems; empty for a system that is off.
+using RubyTexts = std::array<std::string, kSystems>;
+
+RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s,
+                      const std::array<bool, kSystems>& on) {
+  // Readings never hold a blank, so the first field on one blank is the
+  // first reading; every system then gets that one alone.
+  const std::string readingEntry = s.tones.ShowMultipleReadingsPrefValue == "0"
+                                       ? NthField(tableEntry, " ", 1)
+                                       : std::string(tableEntry);
+  RubyTexts texts;
+  if (on[0]) texts[0] = ZhuyinToPinyin(readingEntry, s.tones);
+  if (on[1]) texts[1] = readingEntry;
+  if (on[2]) texts[2] = ZhuyinToZhuyin2(readingEntry + " ", s.tones);
+  if (on[3]) texts[3] = ZhuyinToWade(readingEntry, s.tones);
+  if (on[4]) texts[4] = ZhuyinToTungyong(readingEntry, s.tones);
+  return texts;
+}
+
+// The walk over the export text, building the five accumulators of markup.
+class PageWalk {
+ public:
+  PageWalk(LookUpEngine& engine, const LookUpSettings& settings)
+      : engine_(engine), settings_(settings) {
+    for (int i = 0; i < kSystems; ++i) {
+      on_[i] = SystemIsOn(settings.PinyinSystemsPrefValue, i + 1);
+    }
+  }
+
+  void Run(std::string_view text) {
+    for (std::size_t pos = 0; pos < text.size();) {
+      const Utf8Char c = DecodeChar(text, pos);
+      const std::string_view character = text.substr(pos, c.length);
+      pos += c.length;
+      const RubyTexts* ruby =
+          TakesCharacterPath(c.code) ? Lookup(c.code, character) : nullptr;
+      if (ruby == nullptr) {
+        Verbatim(character);
+      } else {
+        WithReading(character, *ruby);
+      }
+    }
+  }
+
+  const std::array<std::string, kSystems>& results() const { return results_; }
+  const std::array<bool, kSystems>& on() const { return on_; }
+
+ private:
+  static constexpr int kNoReading = -1;
+
+  // Verbatim characters gather in one ruby element without rt.
+  void Verbatim(std::string_view character) {
+    for (int i = 0; i < kSystems; ++i) {
+      if (!on_[i]) continue;
+      if (!rubyRunOpen_) results_[i] += "<ruby>";
+      results_[i] += character;
+    }
+    rubyRunOpen_ = true;
+  }
+
+  // A character with a reading stands in an element of its own; the base
+  // is the character as typed, even when its reading came through its
+  // Traditional form.
+  void WithReading(std::string_view character, const RubyTexts& ruby) {
+    for (int i = 0; i < kSystems; ++i) {
+      if (!on_[i]) continue;
+      std::string& out = results_[i];
+      out += rubyRunOpen_ ? "</ruby><ruby>" : "<ruby>";
+      out += character;
+      out += "<rt>";
+      out += ruby[i];
+      out += "</rt></ruby>";
+    }
+    rubyRunOpen_ = false;
+  }
+
+  // The ruby texts of a character, nullptr for one without a reading. Worked
+  // out once per character and export: a text repeats its characters, and a
+  // miss costs a Simplified-to-Traditional conversion.
+  const RubyTexts* Lookup(std::uint32_t code, std::string_view character) {
+    const auto [it, isNew] = slotOf_.try_emplace(code, kNoReading);
+    if (isNew) {
+      const long hit = engine_.Search(character);
+      if (hit >= 1) {
+        texts_.push_back(
+            RubyTextsOf(engine_.table().ReadingEntry(hit), settings_, on_));
+        it->second = static_cast<int>(texts_.size() - 1);
+      }
+    }
+    if (it->second == kNoReading) return nullptr;
+    return &texts_[static_cast<std::size_t>(it->second)];
+  }
+
+  LookUpEngine& engine_;
+  const LookUpSettings& settings_;
+  std::array<bool, kSystems> on_{};
+  std::array<std::string, kSystems> results_;
+  // Shared by all accumulators: they all see the same characters.
+  bool rubyRunOpen_ = false;
+  std::unordered_map<std::uint32_t, int> slotOf_;
+  std::vector<RubyTexts> texts_;
+};
+
+}  // namespace
+
+std::string BuildPlainText(std::string_view textFieldText,
+                           std::string_view resultFieldText) {
+  std::string text = Trim(textFieldText);
+  text += kEndOfLine;
+  text += kEndOfLine;
+  text += resultFieldText;
+  return text;
+}
+
+std::string DocumentHead() {
+  constexpr std::array<std::string_view, 7> kLines{
+      R"(<!DOCTYPE html PUBLIC "-//W3C//DTD XHTML 1.1//EN" )"
+      R"("http://www.w3.org/TR/xhtml11/DTD/xhtml11.dtd">)",
+      R"(<html xmlns="http://www.w3.org/1999/xhtml">)",
+      "<head>",
+      R"(<meta http-equiv="Content-Type" content="text/html; charset=UTF-8" />)",
+      "<title>Untitled Document</title>",
+      R"(<style type="text/css">ruby { display: inline-table; )"
+      R"(margin-right: 3px; } ruby * { display: inline; line-height: 1.2; )"
+      R"(text-indent: 0; text-align: center; white-space: nowrap; } )"
+      R"(ruby > * { display: table-row-group; } ruby > rt, ruby rtc { )"
+      R"(display: table-header-group; font-size: 60%; } ruby rtc + rtc { )"
+      R"(display: table-footer-group } ruby rbc > *, ruby rtc > * { )"
+      R"(display: table-cell } </style></head>)",
+      "<body>",
+  };
+  std::string head;
+  for (std::string_view line : kLines) {
+    head += line;
+    head += kEndOfLine;
+  }
+  return head;
+}
+
+ExportPage BuildPhoneticPage(std::string_view exportText,
+                             const LookUpSettings& settings,
+                             LookUpEngine& engine) {
+  if (Trim(exportText).empty()) return {ExportPage::Status::kNothing, {}};
+  // The table must be there even for a text that never searches it.
+  if (!engine.LoadTable()) return {ExportPage::Status::kTableMissing, {}};
+
+  PageWalk walk(engine, settings);
+  walk.Run(exportText);
+  const auto& results = walk.results();
+  const auto& on = walk.on();
+
+  // One system alone stands in a bare "<p>"; with several, each block is
+  // headed by its name; with none, nothing is wrapped.
+  const int count = static_cast<int>(std::count(on.begin(), on.end(), true));
+  const std::array<std::string, kSystems> names{
+      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
+      App::kWadeGilesText(), App::kTongyongPinyinText()};
+
+  std::string page = DocumentHead();
+  std::size_t size = page.size() + 256;
+  for (int i = 0; i < kSystems; ++i) {
+    size += results[i].size() + names[i].size();
+  }
+  page.reserve(size);
+  for (int i = 0; i < kSystems; ++i) {
+    if (on[i]) {
+      page += "<p>";
+      if (count > 1) page.append(names[i]).append("<br /><br />");
+      page += results[i];
+      page += "</p>";
+    }
+    // Every seam is written whether its system is on or not, and its
+    // "</ruby>" closes a run left open inside the block, or nothing.
+    page += i + 1 < kSystems ? "</ruby><br />" : "</ruby>";
+    page += kEndOfLine;
+  }
+  page += "</body>";
+  page += kEndOfLine;
+  page += "</html>";
+  return {ExportPage::Status::kDone, std::move(page)};
+}
+
+}  // namespace quill
