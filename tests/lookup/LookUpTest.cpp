@@ -20,7 +20,12 @@ const std::string kTable =
 
 class LookUpTest : public TableFixture {
  protected:
-  LookUpTest() : engine(FilesWithTable(kTable)) {}
+  LookUpTest() : engine(FilesWithTable(kTable)) {
+    // A stand-in Tokenizer that prints the text as it is.
+    WriteFile(engine.files().tokenizer, "#!/bin/sh\ncat \"$1\"\n");
+    std::filesystem::permissions(engine.files().tokenizer,
+                                 std::filesystem::perms::owner_all);
+  }
 
   // The body of the block with `header` in a result text.
   static std::string Block(const std::string& text, const std::string& header) {

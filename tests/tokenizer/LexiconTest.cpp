@@ -1,0 +1,133 @@
+// The word list and the choice of the most probable path, on a small list
+// written here, so that the costs are known.
+#include "tests/tokenizer/TempFolder.hpp"
+#include "tokenizer/Lexicon.hpp"
+#include "tokenizer/Segmenter.hpp"
+
+namespace quill {
+namespace {
+
+// 們->们 and 國->国 as the Traditional to Simplified table; words sorted by
+// their bytes. Costs in hundredths of a nat; an unknown character costs 2000.
+const std::string kList =
+    "quillmere-lexicon 1 2 9 2000\n"
+    "們\t们\n"
+    "國\t国\n"
+    "中\t900\n"
+    "中国\t500\n"
+    "人\t600\n"
+    "我\t400\n"
+    "我们\t450\n"
+    "生\t800\n"
+    "生命\t700\n"
+    "研究\t600\n"
+    "研究生\t900\n";
+
+class LexiconTest : public TempFolderTest {
+ protected:
+  LexiconTest() {
+    WriteFile(Path("list"), kList);
+    std::string error;
+    EXPECT_TRUE(lexicon.Load(Path("list"), &error)) << error;
+  }
+
+  std::string Words(const std::string& run) {
+    std::string out;
+    for (std::string_view w : SegmentChinese(run, lexicon)) {
+      if (!out.empty()) out += '|';
+      out += w;
+    }
+    return out;
+  }
+
+  Lexicon lexicon;
+};
+
+TEST_F(LexiconTest, FindTellsWordsAndPrefixes) {
+  EXPECT_EQ(lexicon.size(), 9u);
+  EXPECT_EQ(lexicon.unknownCost(), 2000);
+  const auto word = lexicon.Find("中国");
+  EXPECT_TRUE(word.found);
+  EXPECT_EQ(word.cost, 500);
+  const auto prefix = lexicon.Find("研");
+  EXPECT_FALSE(prefix.found);
+  EXPECT_TRUE(prefix.prefix);
+  const auto none = lexicon.Find("国");
+  EXPECT_FALSE(none.found);
+  EXPECT_FALSE(none.prefix);
+  EXPECT_TRUE(lexicon.Find("研究生").found);
+  EXPECT_FALSE(lexicon.Find("研究生命").prefix);
+}
+
+TEST_F(LexiconTest, TraditionalCharactersAreFiledUnderTheirSimplifiedForm) {
+  EXPECT_EQ(lexicon.Key(U'們'), U'们');
+  EXPECT_EQ(lexicon.Key(U'们'), U'们');
+  EXPECT_EQ(lexicon.Key(U'人'), U'人');
+  // The words keep the text's own characters.
+  EXPECT_EQ(Words("我們中國人"), "我們|中國|人");
+  EXPECT_EQ(Words("我们中国人"), "我们|中国|人");
+  EXPECT_EQ(Words("我們中国人"), "我們|中国|人");
+}
+
+TEST_F(LexiconTest, TheCheapestPathWins) {
+  // 研究|生命 costs 1300, 研究生|命 900 + 2000: the path, not the longest
+  // first word, decides.
+  EXPECT_EQ(Words("研究生命"), "研究|生命");
+  EXPECT_EQ(Words("研究生"), "研究生");
+  // Unknown characters are words of their own, also between known ones.
+  EXPECT_EQ(Words("天中国地"), "天|中国|地");
+  EXPECT_EQ(Words("𠀀"), "𠀀");
+}
+
+TEST_F(LexiconTest, SegmentPutsBlanksOnlyWhereChineseMeetsSomething) {
+  EXPECT_EQ(Segment("我们中国人", lexicon), "我们 中国 人");
+  EXPECT_EQ(Segment("abc,def 中国", lexicon), "abc,def 中国");
+  EXPECT_EQ(Segment("x中国…y", lexicon), "x 中国 … y");
+  EXPECT_EQ(Segment("", lexicon), "");
+}
+
+TEST_F(LexiconTest, AFileThatIsNoWordListIsRefused) {
+  const std::vector<std::string> bad = {
+      "",
+      "quillmere-lexicon 2 0 0 0\n",
+      "quillmere-lexicon 1 0 2 100\n中\t1\n",  // a line short
+      "quillmere-lexicon 1 1 0 100\n們们\n",   // no tab
+      "quillmere-lexicon 1 ",
+      "quillmere-lexicon 1 5",
+      "something else\n",
+  };
+  for (const std::string& content : bad) {
+    WriteFile(Path("bad"), content);
+    Lexicon other;
+    std::string error;
+    EXPECT_FALSE(other.Load(Path("bad"), &error)) << content;
+    EXPECT_FALSE(error.empty());
+    EXPECT_EQ(other.size(), 0u);
+    // An empty list still segments: every character is a word.
+    EXPECT_EQ(Segment("中国", other), "中 国");
+  }
+  std::string error;
+  Lexicon missing;
+  EXPECT_FALSE(missing.Load(Path("nothing here"), &error));
+  EXPECT_NE(error.find("nothing here"), std::string::npos);
+}
+
+TEST_F(LexiconTest, TheShippedListLoadsAndKnowsCommonWords) {
+  Lexicon shipped;
+  std::string error;
+  ASSERT_TRUE(
+      shipped.Load(QUILLMERE_SOURCE_DIR "/data/tokenizerlexicon", &error))
+      << error;
+  EXPECT_GT(shipped.size(), 100000u);
+  for (const char* word : {"我们", "中国", "今天", "学生", "电脑", "图书馆"}) {
+    EXPECT_TRUE(shipped.Find(word).found) << word;
+  }
+  // Pairs of words that an input method lists are not words here.
+  for (const char* pair : {"我的", "是在", "中国人"}) {
+    EXPECT_FALSE(shipped.Find(pair).found) << pair;
+  }
+  EXPECT_EQ(shipped.Key(U'學'), U'学');
+}
+
+}  // namespace
+}  // namespace quill

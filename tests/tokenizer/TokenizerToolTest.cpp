@@ -1,0 +1,172 @@
+// The Tokenizer executable, run as the look-up runs it.
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <sstream>
+#include <vector>
+
+#include "platform/Platform.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
+
+namespace quill {
+namespace {
+
+const std::string kTool = QUILLMERE_OUT_DIR "/Tokenizer";
+
+bool IsBlankOrLineEnd(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// Empty when `out` is `in` with single blanks added between characters,
+// none at either end and none beside white space; else what is wrong.
+std::string AddedBlanksOnly(const std::string& in, const std::string& out) {
+  std::size_t i = 0;
+  for (std::size_t j = 0; j < out.size(); ++j) {
+    if (i < in.size() && out[j] == in[i]) {
+      ++i;
+      continue;
+    }
+    if (out[j] != ' ') return "differs at output byte " + std::to_string(j);
+    if (i == 0 || i == in.size() || IsBlankOrLineEnd(in[i - 1]) ||
+        IsBlankOrLineEnd(in[i])) {
+      return "a blank beside white space or at an end, output byte " +
+             std::to_string(j);
+    }
+    // A blank inside a UTF-8 sequence would break the character.
+    if ((static_cast<unsigned char>(in[i]) & 0xC0) == 0x80) {
+      return "a blank inside a character, output byte " + std::to_string(j);
+    }
+  }
+  return i == in.size() ? "" : "input left over from byte " + std::to_string(i);
+}
+
+class TokenizerToolTest : public TempFolderTest {
+ protected:
+  struct Run {
+    int status = -1;
+    std::string out;
+    std::string err;
+  };
+
+  Run RunTool(const std::string& arguments) {
+    const std::string out = Path("stdout"), err = Path("stderr");
+    const int raw = std::system((ShellQuote(kTool) + " " + arguments + " >" +
+                                 ShellQuote(out) + " 2>" + ShellQuote(err))
+                                    .c_str());
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(out),
+            ReadFile(err)};
+  }
+
+  Run Segment(const std::string& text) {
+    WriteFile(Path("input"), text);
+    return RunTool(ShellQuote(Path("input")));
+  }
+
+  std::string Segmented(const std::string& text) {
+    const Run run = Segment(text);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(AddedBlanksOnly(text, run.out), "") << run.out;
+    return run.out;
+  }
+};
+
+TEST_F(TokenizerToolTest, EverydaySentencesSegmentIntoTheirWords) {
+  // One sentence a line, Traditional and Simplified, segmented by hand.
+  const std::string expected =
+      ReadFile(QUILLMERE_TEST_DATA "/tokenizer/sentences.txt");
+  ASSERT_FALSE(expected.empty());
+  std::string text;
+  for (char c : expected) {
+    if (c != ' ') text += c;
+  }
+  std::istringstream want(expected), got(Segmented(text));
+  std::string wantLine, gotLine;
+  int lines = 0;
+  while (std::getline(want, wantLine)) {
+    ASSERT_TRUE(std::getline(got, gotLine));
+    EXPECT_EQ(gotLine, wantLine);
+    ++lines;
+  }
+  EXPECT_GE(lines, 12);
+}
+
+TEST_F(TokenizerToolTest, OtherTextAroundChineseComesBackAsItWas) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      // Latin text keeps its own spacing and punctuation.
+      {"Hello, world! (1.5 kg)", "Hello, world! (1.5 kg)"},
+      // Runs of letters and digits stay whole next to Chinese.
+      {"iPhone15手機", "iPhone15 手機"},
+      {"2024年我們", "2024 年 我們"},
+      {"ＡＢＣ１２３中國", "ＡＢＣ１２３ 中國"},
+      // Marks are tokens of their own; blanks already there stay single.
+      {"中國，我們。", "中國 ， 我們 。"},
+      {"中國 ， 我們", "中國 ， 我們"},
+      {"「我們」", "「 我們 」"},
+      // Line ends of both kinds, tabs and the ideographic space.
+      {"我們\r\n中國\n\n人\t我們　中國", "我們\r\n中國\n\n人\t我們　中國"},
+      {"\n 我們是 \n", "\n 我們 是 \n"},
+      // Characters outside the word list are words of their own.
+      {"𠀀𠀁", "𠀀 𠀁"},
+  };
+  for (const auto& [text, want] : cases) {
+    EXPECT_EQ(Segmented(text), want) << text;
+  }
+}
+
+TEST_F(TokenizerToolTest, ControlCharactersAndNulSurvive) {
+  const std::string text("中國\0我們\x01x", 14);
+  const std::string out = Segmented(text);
+  EXPECT_NE(out.find('\0'), std::string::npos);
+  EXPECT_NE(out.find('\x01'), std::string::npos);
+}
+
+TEST_F(TokenizerToolTest, InvalidUtf8PassesUnchanged) {
+  for (const std::string text :
+       {"\xff\xfe\xfd", "中\xff國", "\xe4\xb8", "我們\xc3(\xa9)",
+        "\xed\xa0\x80 \xf4\x90\x80\x80"}) {
+    const Run run = Segment(text);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, text);
+  }
+}
+
+TEST_F(TokenizerToolTest, EmptyFileGivesNothing) {
+  const Run run = Segment("");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(TokenizerToolTest, AFileThatCannotBeReadIsAnError) {
+  std::filesystem::create_directory(Path("a folder"));
+  for (const std::string& argument :
+       {ShellQuote(Path("missing")), ShellQuote(Path("a folder"))}) {
+    const Run run = RunTool(argument);
+    EXPECT_NE(run.status, 0) << argument;
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("Tokenizer"), std::string::npos) << run.err;
+  }
+}
+
+TEST_F(TokenizerToolTest, WrongArgumentCountIsAnError) {
+  WriteFile(Path("input"), "我們");
+  const std::string file = ShellQuote(Path("input"));
+  for (const std::string& arguments : {std::string(), file + " " + file}) {
+    const Run run = RunTool(arguments);
+    EXPECT_NE(run.status, 0);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("Usage"), std::string::npos);
+  }
+}
+
+TEST_F(TokenizerToolTest, ALargeTextComesBackWhole) {
+  std::string text;
+  for (int i = 0; i < 20000; ++i) text += "我們是中國人，";
+  text += std::string(100000, 'a');  // one long Latin run
+  const std::string out = Segmented(text);
+  // Four blanks inside each sentence, one behind each comma.
+  EXPECT_EQ(out.size(), text.size() + 20000 * 5);
+}
+
+}  // namespace
+}  // namespace quill
