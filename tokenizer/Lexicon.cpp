@@ -70,8 +70,10 @@ void Lexicon::Unmap() {
 
 bool Lexicon::Load(const std::string& path, std::string* error) {
   Unmap();
-  lines_.clear();
+  words_ = {};
+  count_ = 0;
   simplified_.clear();
+  ranges_.clear();
   Mapping mapping;
   errno = 0;
   if (!MapFile(path, mapping, error)) return false;
@@ -85,26 +87,28 @@ bool Lexicon::Load(const std::string& path, std::string* error) {
   std::size_t pos = kMagic.size();
   long maps = 0, words = 0, unknown = 0;
   if (!Number(text, pos, maps) || !Number(text, pos, words) ||
-      !Number(text, pos, unknown) || text.size() > UINT32_MAX) {
+      !Number(text, pos, unknown)) {
     return bad();
   }
-  std::vector<std::uint32_t> lines;
+  // The character table is read now; the words are searched where they lie,
+  // so that a start touches only the pages that the text needs.
   std::unordered_map<std::uint32_t, std::uint32_t> simplified;
-  for (long line = 0; line < maps + words; ++line) {
+  for (long line = 0; line < maps; ++line) {
     const std::size_t end = text.find('\n', pos);
     const std::size_t tab = text.find('\t', pos);
     if (end == std::string_view::npos || tab >= end) return bad();
-    if (line < maps) {
-      const std::string_view from(text.data() + pos, tab - pos);
-      const std::string_view to(text.data() + tab + 1, end - tab - 1);
-      simplified[Asc(from)] = Asc(to);
-    } else {
-      lines.push_back(static_cast<std::uint32_t>(pos));
-    }
+    simplified[Asc(text.substr(pos, tab - pos))] =
+        Asc(text.substr(tab + 1, end - tab - 1));
     pos = end + 1;
   }
+  const std::string_view section = text.substr(std::min(pos, text.size()));
+  if ((words > 0) != !section.empty() ||
+      (!section.empty() && section.back() != '\n')) {
+    return bad();
+  }
   text_ = text;
-  lines_ = std::move(lines);
+  words_ = section;
+  count_ = static_cast<std::size_t>(words);
   simplified_ = std::move(simplified);
   unknownCost_ = static_cast<int>(std::min(unknown, 1000000L));
   return true;
@@ -115,26 +119,61 @@ std::uint32_t Lexicon::Key(std::uint32_t code) const {
   return it == simplified_.end() ? code : it->second;
 }
 
-std::string_view Lexicon::KeyAt(std::uint32_t from) const {
-  return std::string_view(text_.data() + from, text_.find('\t', from) - from);
+std::string_view Lexicon::KeyAt(std::size_t from) const {
+  // A key ends at its tab, or at the line end of a line without one; no
+  // byte of UTF-8 text is as low as either.
+  std::size_t end = from;
+  while (end < words_.size() &&
+         static_cast<unsigned char>(words_[end]) > '\n') {
+    ++end;
+  }
+  return words_.substr(from, end - from);
+}
+
+std::size_t Lexicon::LowerBound(std::string_view key, std::size_t lo,
+                                std::size_t hi) const {
+  // [lo, hi) always holds whole lines, sorted by bytes, which is what
+  // string_view compares.
+  while (lo < hi) {
+    std::size_t start = lo + (hi - lo) / 2;
+    while (start > lo && words_[start - 1] != '\n') --start;
+    if (KeyAt(start) < key) {
+      lo = words_.find('\n', start) + 1;
+    } else {
+      hi = start;
+    }
+  }
+  return lo;
 }
 
 Lexicon::Match Lexicon::Find(std::string_view key) const {
-  // Lines are sorted by bytes, which is what string_view compares.
-  const auto it =
-      std::lower_bound(lines_.begin(), lines_.end(), key,
-                       [this](std::uint32_t line, std::string_view k) {
-                         return KeyAt(line) < k;
-                       });
   Match match;
-  if (it == lines_.end()) return match;
-  const std::string_view found = KeyAt(*it);
+  if (key.empty()) return match;
+  // The lines of the key's first character, found once and kept: the
+  // searches of a text keep coming back to the same few characters.
+  const std::size_t leadLength = DecodeChar(key, 0).length;
+  std::uint64_t lead = leadLength;
+  for (std::size_t i = 0; i < leadLength; ++i) {
+    lead = lead << 8 | static_cast<unsigned char>(key[i]);
+  }
+  auto [it, fresh] = ranges_.try_emplace(lead);
+  if (fresh) {
+    const std::string_view head = key.substr(0, leadLength);
+    // No byte of UTF-8 is 0xFF: every key that begins with `head` sorts
+    // before this.
+    const std::string past = std::string(head) + '\xff';
+    it->second.first = LowerBound(head, 0, words_.size());
+    it->second.second = LowerBound(past, it->second.first, words_.size());
+  }
+  const std::size_t line = LowerBound(key, it->second.first, it->second.second);
+  if (line >= words_.size()) return match;
+  const std::string_view found = KeyAt(line);
   match.prefix = found.substr(0, key.size()) == key;
   if (found == key) {
     match.found = true;
     long cost = 0;
-    std::size_t pos = *it + found.size() + 1;
-    Number(text_, pos, cost);
+    std::size_t pos = line + found.size() + 1;
+    Number(words_, pos, cost);
     match.cost = static_cast<int>(std::min(cost, 1000000L));
   }
   return match;

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
+#include <utility>
 
 namespace quill {
 
@@ -32,8 +32,9 @@ class Lexicon {
     int cost = 0;
   };
 
-  // Maps the file and indexes its lines; false, with `error` set, when it
-  // cannot be read or is not a lexicon. A failed load leaves the lexicon empty.
+  // Maps the file and reads its character table; false, with `error` set, when
+  // it cannot be read or is not a lexicon. A failed load leaves the lexicon
+  // empty.
   bool Load(const std::string& path, std::string* error);
 
   // The character under which a word list entry is filed: the Simplified
@@ -44,15 +45,23 @@ class Lexicon {
 
   // What a character that no word covers costs as a word of its own.
   int unknownCost() const { return unknownCost_; }
-  std::size_t size() const { return lines_.size(); }
+  // The number of words, as the file's first line gives it.
+  std::size_t size() const { return count_; }
 
  private:
-  // The key of the word line at byte `from`.
-  std::string_view KeyAt(std::uint32_t from) const;
+  // The key of the word line at byte `from` of the word section.
+  std::string_view KeyAt(std::size_t from) const;
+  // Byte offset of the first word line whose key is not below `key`.
+  std::size_t LowerBound(std::string_view key, std::size_t lo,
+                         std::size_t hi) const;
   void Unmap();
 
-  std::string_view text_;             // the mapped file
-  std::vector<std::uint32_t> lines_;  // byte offset of each word line
+  std::string_view text_;   // the mapped file
+  std::string_view words_;  // the word lines
+  std::size_t count_ = 0;
+  // The word lines of each first character, as they are asked for.
+  mutable std::unordered_map<std::uint64_t, std::pair<std::size_t, std::size_t>>
+      ranges_;
   std::unordered_map<std::uint32_t, std::uint32_t> simplified_;
   int unknownCost_ = 0;
 };

@@ -90,8 +90,8 @@ TEST_F(LexiconTest, AFileThatIsNoWordListIsRefused) {
   const std::vector<std::string> bad = {
       "",
       "quillmere-lexicon 2 0 0 0\n",
-      "quillmere-lexicon 1 0 2 100\n中\t1\n",  // a line short
-      "quillmere-lexicon 1 1 0 100\n們们\n",   // no tab
+      "quillmere-lexicon 1 0 1 100\n中\t1",   // no line end
+      "quillmere-lexicon 1 1 0 100\n們们\n",  // no tab
       "quillmere-lexicon 1 ",
       "quillmere-lexicon 1 5",
       "something else\n",
