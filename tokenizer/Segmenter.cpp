@@ -30,7 +30,10 @@ bool IsLetterOrDigit(std::uint32_t c) {
          (c >= 0x300 && c <= 0x52F) ||  // accents, Greek, Cyrillic
          (c >= 0xFF10 && c <= 0xFF19) || (c >= 0xFF21 && c <= 0xFF3A) ||
          (c >= 0xFF41 && c <= 0xFF5A) ||  // full-width
-         (c >= 0x3041 && c <= 0x30FF) || (c >= 0xAC00 && c <= 0xD7AF);
+         (c >= 0x3041 && c <= 0x30FF) || (c >= 0xAC00 && c <= 0xD7AF) ||
+         // Zhuyin letters and tone marks: a typed syllable stays whole.
+         (c >= 0x3105 && c <= 0x312F) || (c >= 0x31A0 && c <= 0x31BF) ||
+         c == 0x2C7 || c == 0x2CA || c == 0x2CB || c == 0x2D9;
 }
 
 bool IsSpace(std::uint32_t c) {

@@ -98,6 +98,7 @@ TEST_F(TokenizerToolTest, OtherTextAroundChineseComesBackAsItWas) {
       {"iPhone15手機", "iPhone15 手機"},
       {"2024年我們", "2024 年 我們"},
       {"ＡＢＣ１２３中國", "ＡＢＣ１２３ 中國"},
+      {"ㄓㄨㄥˋㄍㄨㄛˊ中國", "ㄓㄨㄥˋㄍㄨㄛˊ 中國"},
       // Marks are tokens of their own; blanks already there stay single.
       {"中國，我們。", "中國 ， 我們 。"},
       {"中國 ， 我們", "中國 ， 我們"},
