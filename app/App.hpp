@@ -1,27 +1,64 @@
-// The application object: preferences, script conversion and the
-// application-wide menu commands.
+// The application object: preferences, start-up and the application-wide
+// menu commands.
+//
+// The text constants live in namespace App (app/TextConstants.hpp), so the
+// class is QuillmereApp and App::Instance() is its accessor:
+//   App::Instance()->ReadPreferences("PressReturnTo");
+//   App::kAppName();
 #pragma once
 
 #include <QApplication>
 #include <string>
 
+#include "app/TextConstants.hpp"
+
 namespace quill {
 
-class App : public QApplication {
+class PreferencesError;
+
+class QuillmereApp : public QApplication {
   Q_OBJECT
 
  public:
-  App(int& argc, char** argv);
+  QuillmereApp(int& argc, char** argv);
   // The one application object.
-  static App* Instance();
+  static QuillmereApp* Instance();
 
+  // The preferences file in the user's preferences folder, found anew at
+  // each call. Both throw PreferencesError on a file they can't work with.
   std::string ReadPreferences(const std::string& key);
   void WritePreferences(const std::string& key, const std::string& value);
 
-  bool _EditPreferences_Action();
-  bool _HelpAboutQuillmere_Action();
-  bool _HelpQuillmereHelp_Action();
-  bool _HelpQuillmereWebsite_Action();
+  // Writes the default of PinyinSystems when there is none.
+  void Event_Open();
+
+  Q_INVOKABLE bool _EditPreferences_Action();
+  Q_INVOKABLE bool _HelpAboutQuillmere_Action();
+  Q_INVOKABLE bool _HelpQuillmereHelp_Action();
+  Q_INVOKABLE bool _HelpQuillmereWebsite_Action();
+
+  // The product's page, opened by the Help menu and the about box.
+  static QString WebsiteAddress();
+
+  // Ends the program over a preferences file that can't be used: says what
+  // and where on standard error and, with a display, in a message box, and
+  // exits with status 1. The file is not touched again.
+  [[noreturn]] static void Fatal(const PreferencesError& error);
+
+  // Every event passes here, so that a PreferencesError out of any handler
+  // ends the program instead of unwinding through Qt.
+  bool notify(QObject* receiver, QEvent* event) override;
 };
+
+namespace App {
+inline QuillmereApp* Instance() { return QuillmereApp::Instance(); }
+}  // namespace App
+
+// The start-up sequence: the menu bar, the main window, App's Open and the
+// window's Open, in this order. The caller runs the event loop.
+void StartUp();
+
+// The whole program: the application object, StartUp and the event loop.
+int _Main(int argc, char** argv);
 
 }  // namespace quill

@@ -1,11 +1,28 @@
 // The one working window: input field, result field, splitter, look-up
 // button, and the state the look-up and the export work with.
+//
+// Controls sit at fixed positions in the window's content (below the menu
+// bar) and follow its edges by their locks. Width(), Height(), Left() and
+// Top() are those of the content, as the preferences store them.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
+#include <memory>
 #include <string>
 
+#include "lookup/LookUp.hpp"
+#include "windows/LockedLayout.hpp"
+
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QTimer;
+
 namespace quill {
+
+class Canvas;
 
 class MainWindow : public QWidget {
   Q_OBJECT
@@ -16,17 +33,112 @@ class MainWindow : public QWidget {
   // The instance if there is one, without making it.
   static MainWindow* Existing();
 
-  // Preference mirrors that other windows set (values "0"/"1"/...).
+  // The record of the window's state. Strings start empty, numbers at 0.
+  std::string CurrentField;
   std::string PinyinSystemsPrefValue;
   std::string UseToneNumbersPrefValue;
   std::string indicateTonesPrefValue;
+  int zoomCounter = 0;
+  int originalWidth = 0;
+  int originalHeight = 0;
+  int mode = 0;  // 1 converter mode, 0 dictionary mode
+  std::string CharacterFieldResultTemp;
+  std::string TextFieldResultTemp;
+  int mainWindowWidth = 0;
+  int mainWindowHeight = 0;
+  int windowWidthTemp = 0;
+  int windowHeightTemp = 0;
+  std::string ShowMultipleReadingsPrefValue;
+  std::string TextFieldTemp;
+  std::string CharacterFieldTemp;
+  int WidgetClick = 0;
+  int WidgetTop = 0;
+  int TextFieldHeight = 0;
+  int ResultFieldHeight = 0;
+  int YField = 0;
+
+  // The controls, in the order of their creation.
+  QLineEdit* CharacterField = nullptr;
+  QPlainTextEdit* ResultField = nullptr;
+  QLabel* StaticText1 = nullptr;
+  QTimer* Timer1 = nullptr;
+  QPlainTextEdit* TextField = nullptr;
+  Canvas* Widget = nullptr;
+  Canvas* DimpleIcon = nullptr;
+  Canvas* DictModeButton = nullptr;
+  Canvas* ConverterModeButton = nullptr;
+  Canvas* LookUpCanvas = nullptr;
 
   // Reads the input field and shows the result in ResultField.
   void LookUp();
+  // The mode switch; the mode buttons that start it stay hidden.
+  void StartModeSwitching();
+
+  // The window's events. Event_Open runs the controls' Open events first.
+  void Event_Open();
+  void Event_Resized();
+  void Event_Moved();
+  void Event_Close();
+  void Event_Activate();
+  Q_INVOKABLE void Event_EnableMenuItems();
+
+  // The window's menu handlers.
+  Q_INVOKABLE bool _FileCloseWindow_Action();
+  Q_INVOKABLE bool _WindowMinimize_Action();
+  Q_INVOKABLE bool _WindowBringAllToFront_Action();
+  Q_INVOKABLE bool _WindowZoom_Action();
+
+  // Key handling of TextField: true when the key was taken.
+  bool TextField_KeyDown(const QKeyEvent& event);
+
+  // The content's geometry, below the menu bar.
+  int Width() const;
+  int Height() const;
+  int Left() const { return x(); }
+  int Top() const { return y(); }
+  void SetSize(int width, int height);
+  // The geometry of a control as the layout keeps it, in its parent's
+  // coordinates; it may have a negative height.
+  QRect ControlRect(const QWidget* control) const {
+    return layout_.Rect(control);
+  }
+  int MinHeight() const;
+
+  // Where the look-up finds its files; beside the executable unless a
+  // test says otherwise. A new engine reads the table again.
+  void SetDataFiles(const DataFiles& files);
 
  protected:
   explicit MainWindow(QWidget* parent = nullptr);
   ~MainWindow() override;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool event(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void CreateControls();
+  void OpenControls();
+  void ContentResized(QSize size);
+  int MenuBarHeight() const;
+  void LookUpSequence();
+  void ShowLookUpButton(bool pressed);
+  void Widget_Open();
+  bool Widget_MouseDown(int y);
+  void Widget_MouseDrag(int y);
+  void Widget_MouseUp();
+  void LookUpCanvas_MouseDrag(int x, int y);
+  void DictModeButton_MouseUp();
+  void ConverterModeButton_MouseUp();
+  void Timer1_Action();
+
+  QWidget* content_ = nullptr;
+  LockedLayout layout_;
+  std::unique_ptr<LookUpEngine> engine_;
+  QSize knownSize_;         // the size Event_Resized last saw or Open set
+  QPoint knownPosition_;    // the position Event_Moved last saw or Open set
+  bool activated_ = false;  // placement by the system before that is no move
 };
 
 }  // namespace quill

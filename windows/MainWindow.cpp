@@ -1,0 +1,500 @@
+#include "windows/MainWindow.hpp"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "app/App.hpp"
+#include "text/TextOps.hpp"
+#include "windows/Canvas.hpp"
+#include "windows/MenuBar1.hpp"
+#include "windows/MsgBox.hpp"
+#include "windows/Pictures.hpp"
+#include "windows/WindowMenuManager.hpp"
+
+namespace quill {
+
+namespace {
+
+using L = LockedLayout;
+
+// The window as created; the least size of converter mode at start-up.
+constexpr int kCreatedWidth = 300;
+constexpr int kCreatedHeight = 453;
+constexpr int kMaxSize = 32000;
+
+// The splitter: its least top, the room kept below it, and the gaps.
+constexpr int kWidgetTopLimit = 114;
+constexpr int kSpaceBelowWidget = 150;
+constexpr int kWidgetGap = 10;
+constexpr int kSpaceBelowResult = 22;
+constexpr int kLeastMinHeight = 453;
+
+QPointer<MainWindow>& TheInstance() {
+  static QPointer<MainWindow> instance;
+  return instance;
+}
+
+// Fonts that have the Chinese characters, at the layout's pixel sizes.
+QFont FieldFont(int pixels) {
+  QFont font;
+  font.setFamilies({"Noto Sans CJK SC", "Noto Sans CJK TC", "Noto Sans CJK JP",
+                    "Noto Sans", "DejaVu Sans"});
+  font.setPixelSize(pixels);
+  return font;
+}
+
+QString ToQ(const std::string& s) { return QString::fromStdString(s); }
+
+int ReadNumber(const char* key) {
+  return static_cast<int>(Val(App::Instance()->ReadPreferences(key)));
+}
+
+// Content widget that reports its size changes to the window.
+class Content : public QWidget {
+ public:
+  Content(QWidget* parent, std::function<void(QSize)> resized)
+      : QWidget(parent), resized_(std::move(resized)) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override { resized_(event->size()); }
+
+ private:
+  std::function<void(QSize)> resized_;
+};
+
+}  // namespace
+
+MainWindow* MainWindow::Instance() {
+  QPointer<MainWindow>& instance = TheInstance();
+  if (instance.isNull()) instance = new MainWindow;
+  return instance;
+}
+
+MainWindow* MainWindow::Existing() { return TheInstance(); }
+
+MainWindow::MainWindow(QWidget* parent)
+    : QWidget(parent), layout_(QSize(kCreatedWidth, kCreatedHeight)) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWindowTitle(ToQ(App::kAppName()));
+  auto* box = new QVBoxLayout(this);
+  box->setContentsMargins(0, 0, 0, 0);
+  box->setSpacing(0);
+  box->setMenuBar(MenuBar1());
+  content_ = new Content(this, [this](QSize size) { ContentResized(size); });
+  content_->setMinimumSize(kCreatedWidth, kCreatedHeight);
+  content_->setMaximumSize(kMaxSize, kMaxSize);
+  box->addWidget(content_);
+  CreateControls();
+  resize(kCreatedWidth, kCreatedHeight + MenuBarHeight());
+}
+
+MainWindow::~MainWindow() {
+  // The menu bar outlives the window, for the next one.
+  if (QMenuBar* bar = MenuBar1(); bar->parent() == this) {
+    layout()->setMenuBar(nullptr);
+    bar->setParent(nullptr);
+  }
+}
+
+void MainWindow::CreateControls() {
+  CharacterField = new QLineEdit(content_);
+  CharacterField->setObjectName("CharacterField");
+  CharacterField->setFont(FieldFont(12));
+  layout_.Add(CharacterField, {20, 38, 160, 22},
+              L::kLeft | L::kTop | L::kRight);
+
+  ResultField = new QPlainTextEdit(content_);
+  ResultField->setObjectName("ResultField");
+  ResultField->setFont(FieldFont(16));
+  ResultField->setReadOnly(true);
+  ResultField->setTextInteractionFlags(Qt::TextSelectableByMouse |
+                                       Qt::TextSelectableByKeyboard);
+  ResultField->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  layout_.Add(ResultField, {-1, 124, 302, 315},
+              L::kLeft | L::kTop | L::kRight | L::kBottom);
+
+  StaticText1 =
+      new QLabel(ToQ(MainWindowText::kInputChineseCharactersText()), content_);
+  StaticText1->setObjectName("StaticText1");
+  StaticText1->setFont(FieldFont(11));
+  layout_.Add(StaticText1, {20, 14, 252, 20}, L::kNone);
+
+  Timer1 = new QTimer(this);
+  Timer1->setObjectName("Timer1");
+  Timer1->setInterval(1);
+  connect(Timer1, &QTimer::timeout, this, [this] { Timer1_Action(); });
+
+  TextField = new QPlainTextEdit(content_);
+  TextField->setObjectName("TextField");
+  TextField->setFont(FieldFont(12));
+  TextField->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  TextField->setVisible(false);
+  layout_.Add(TextField, {20, 38, 225, 66}, L::kLeft | L::kTop | L::kRight);
+
+  Widget = new Canvas(content_);
+  Widget->setObjectName("Widget");
+  layout_.Add(Widget, {-1, kWidgetTopLimit, 302, 10},
+              L::kLeft | L::kTop | L::kRight);
+  Widget->MouseEnter = [this] { Widget->setCursor(HorizontalResizeCursor()); };
+  Widget->MouseExit = [this] { unsetCursor(); };
+  Widget->MouseDown = [this](int, int y) { return Widget_MouseDown(y); };
+  Widget->MouseDrag = [this](int, int y) { Widget_MouseDrag(y); };
+  Widget->MouseUp = [this](int, int) { Widget_MouseUp(); };
+
+  // A child of the splitter: its place is counted from the splitter's.
+  DimpleIcon = new Canvas(Widget);
+  DimpleIcon->setObjectName("DimpleIcon");
+  DimpleIcon->setAttribute(Qt::WA_TransparentForMouseEvents);
+  DimpleIcon->SetBackdrop(dimple());
+  layout_.Add(DimpleIcon, {144 + 1, 116 - kWidgetTopLimit, 5, 5},
+              L::kLeft | L::kTop | L::kRight);
+
+  DictModeButton = new Canvas(content_);
+  DictModeButton->setObjectName("DictModeButton");
+  DictModeButton->SetBackdrop(dictmode());
+  DictModeButton->MouseDown = [](int, int) { return true; };
+  DictModeButton->MouseUp = [this](int, int) { DictModeButton_MouseUp(); };
+  layout_.Add(DictModeButton, {59, 437, 18, 18}, L::kLeft | L::kBottom);
+
+  ConverterModeButton = new Canvas(content_);
+  ConverterModeButton->setObjectName("ConverterModeButton");
+  ConverterModeButton->SetBackdrop(convertermode());
+  ConverterModeButton->MouseDown = [](int, int) { return true; };
+  ConverterModeButton->MouseUp = [this](int, int) {
+    ConverterModeButton_MouseUp();
+  };
+  layout_.Add(ConverterModeButton, {77, 437, 19, 18}, L::kLeft | L::kBottom);
+  // Mode switching is built but not offered: both buttons stay hidden.
+  for (Canvas* button : {DictModeButton, ConverterModeButton}) {
+    button->setVisible(false);
+    button->setEnabled(false);
+  }
+
+  LookUpCanvas = new Canvas(content_);
+  LookUpCanvas->setObjectName("LookUpCanvas");
+  layout_.Add(LookUpCanvas, {257, 36, 30, 30}, L::kTop | L::kRight);
+  LookUpCanvas->MouseDown = [this](int, int) {
+    ShowLookUpButton(true);
+    return true;
+  };
+  LookUpCanvas->MouseDrag = [this](int x, int y) {
+    LookUpCanvas_MouseDrag(x, y);
+  };
+  LookUpCanvas->MouseUp = [this](int, int) {
+    LookUp();  // wherever the mouse is: dragging off doesn't cancel
+    ShowLookUpButton(false);
+  };
+
+  for (QWidget* field :
+       {static_cast<QWidget*>(CharacterField), static_cast<QWidget*>(TextField),
+        static_cast<QWidget*>(ResultField)}) {
+    field->installEventFilter(this);
+  }
+}
+
+// The controls' Open events, before the window's own.
+void MainWindow::OpenControls() {
+  CurrentField = "CharacterField";  // CharacterField_Open, TextField_Open
+  Widget_Open();
+  ShowLookUpButton(false);  // LookUpCanvas_Open
+}
+
+void MainWindow::Widget_Open() {
+  const int position =
+      std::max(ReadNumber("MainWindowWidgetHeight"), kWidgetTopLimit);
+  layout_.SetTop(Widget, position);
+  layout_.SetHeight(TextField,
+                    position - layout_.Rect(TextField).top() - kWidgetGap);
+  layout_.SetTop(ResultField, position + kWidgetGap);
+  layout_.SetHeight(ResultField, Height() - layout_.Rect(ResultField).top() -
+                                     kSpaceBelowResult);
+}
+
+void MainWindow::Event_Open() {
+  OpenControls();
+  zoomCounter = 0;
+  const int width = ReadNumber("MainWindowWidth");
+  const int height = ReadNumber("MainWindowHeight");
+  if (width > 300 && height > 448) {
+    SetSize(width, height);
+    mainWindowWidth = width;
+    mainWindowHeight = height;
+  } else {
+    SetSize(300, 449);  // below the least height: the window takes that
+  }
+  const int left = ReadNumber("MainWindowLeft");
+  const int top = ReadNumber("MainWindowTop");
+  if (left > 0 && top > 10) move(left, top);
+  knownPosition_ = pos();
+  // Sizes set so far are no user's resizing: mode is not yet 1.
+  knownSize_ = QSize(Width(), Height());
+  layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
+  indicateTonesPrefValue = App::Instance()->ReadPreferences("IndicateTones");
+  mode = 1;
+  CharacterField->setVisible(false);
+  TextField->setVisible(true);
+  TextField->setFocus();
+  ConverterModeButton->SetBackdrop(convertermode_on());
+  PinyinSystemsPrefValue = App::Instance()->ReadPreferences("PinyinSystems");
+  WindowMenuManager::Add(this);
+}
+
+int MainWindow::MenuBarHeight() const {
+  const QWidget* bar = layout() ? layout()->menuBar() : nullptr;
+  return bar ? bar->sizeHint().height() : 0;
+}
+
+int MainWindow::Width() const { return width(); }
+
+int MainWindow::Height() const { return height() - MenuBarHeight(); }
+
+void MainWindow::SetSize(int width, int height) {
+  const QSize least = content_->minimumSize();
+  const QSize most = content_->maximumSize();
+  resize(std::clamp(width, least.width(), most.width()),
+         std::clamp(height, least.height(), most.height()) + MenuBarHeight());
+}
+
+int MainWindow::MinHeight() const { return content_->minimumHeight(); }
+
+void MainWindow::ContentResized(QSize size) {
+  layout_.Resize(size);
+  if (size == knownSize_) return;
+  knownSize_ = size;
+  Event_Resized();
+}
+
+void MainWindow::Event_Resized() {
+  layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
+  if (mode == 1) {
+    App::Instance()->WritePreferences("MainWindowWidth", Str(Width()));
+    App::Instance()->WritePreferences("MainWindowHeight", Str(Height()));
+    mainWindowWidth = Width();
+    mainWindowHeight = Height();
+  }
+}
+
+void MainWindow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (!activated_ || pos() == knownPosition_) return;
+  knownPosition_ = pos();
+  Event_Moved();
+}
+
+void MainWindow::Event_Moved() {
+  App::Instance()->WritePreferences("MainWindowLeft", Str(Left()));
+  App::Instance()->WritePreferences("MainWindowTop", Str(Top()));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  Event_Close();
+  event->accept();
+}
+
+void MainWindow::Event_Close() {
+  App::Instance()->WritePreferences("MainWindowWidgetHeight",
+                                    Str(layout_.Rect(Widget).top()));
+  QCoreApplication::quit();
+}
+
+bool MainWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) {
+    activated_ = true;
+    Event_Activate();
+  }
+  return QWidget::event(event);
+}
+
+void MainWindow::Event_Activate() {
+  const std::string title = windowTitle().toStdString();
+  for (QAction* item : Menu("WindowMenu")->actions()) {
+    item->setChecked(Equals(item->text().toStdString(), title));
+  }
+}
+
+void MainWindow::Event_EnableMenuItems() {
+  MenuItem("FileCloseWindow")->setEnabled(true);
+  MenuItem("WindowMinimize")->setEnabled(true);
+  MenuItem("WindowZoom")->setEnabled(false);
+  MenuItem("WindowBringAllToFront")->setEnabled(true);
+}
+
+bool MainWindow::_FileCloseWindow_Action() {
+  QCoreApplication::quit();
+  return true;
+}
+
+bool MainWindow::_WindowMinimize_Action() {
+  WindowMenuManager::Minimize(this);
+  return true;
+}
+
+bool MainWindow::_WindowBringAllToFront_Action() {
+  WindowMenuManager::BringAllToFront();
+  return true;
+}
+
+bool MainWindow::_WindowZoom_Action() { return true; }  // the item is disabled
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      if (watched == TextField) {
+        return TextField_KeyDown(static_cast<const QKeyEvent&>(*event));
+      }
+      break;
+    case QEvent::FocusIn:
+      // Both input fields go by one name: input or result is all it tells.
+      CurrentField = watched == ResultField ? "ResultField" : "CharacterField";
+      break;
+    case QEvent::FocusOut:
+      CurrentField.clear();
+      break;
+    default:
+      break;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+bool MainWindow::TextField_KeyDown(const QKeyEvent& event) {
+  // Read at every key, so that a change in the preferences holds at once.
+  const std::string pressReturnTo =
+      App::Instance()->ReadPreferences("PressReturnTo");
+  const bool enter = event.key() == Qt::Key_Enter;  // on the keypad
+  const bool ret = event.key() == Qt::Key_Return;
+  const bool shift = event.modifiers() & Qt::ShiftModifier;
+  if (pressReturnTo == "1") {
+    if (!enter) return false;
+  } else {
+    if (shift && ret) return false;
+    if (!enter && !ret) return false;
+  }
+  LookUpSequence();
+  return true;
+}
+
+void MainWindow::LookUpSequence() {
+  ResultField->clear();
+  ShowLookUpButton(true);
+  LookUp();
+  ShowLookUpButton(false);
+}
+
+void MainWindow::ShowLookUpButton(bool pressed) {
+  LookUpCanvas->SetBackdrop(pressed ? lookupbutton_on() : lookupbutton());
+  // Painted now: the look-up that follows holds the event loop.
+  if (LookUpCanvas->isVisible()) LookUpCanvas->repaint();
+}
+
+void MainWindow::LookUpCanvas_MouseDrag(int x, int y) {
+  // The edge row and column at 0 count as outside.
+  const bool outside = LookUpCanvas->width() <= x ||
+                       LookUpCanvas->height() <= y || x < 1 || y < 1;
+  LookUpCanvas->SetBackdrop(outside ? lookupbutton() : lookupbutton_on());
+}
+
+void MainWindow::SetDataFiles(const DataFiles& files) {
+  engine_ = std::make_unique<LookUpEngine>(files);
+}
+
+void MainWindow::LookUp() {
+  QuillmereApp* app = App::Instance();
+  LookUpSettings settings;
+  settings.mode = mode;
+  settings.segmentationSetting = app->ReadPreferences("ShowSegmentation");
+  ShowMultipleReadingsPrefValue = app->ReadPreferences("ShowMultipleReadings");
+  settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
+  settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
+                    ShowMultipleReadingsPrefValue};
+
+  const std::string input = mode == 0 ? CharacterField->text().toStdString()
+                                      : TextField->toPlainText().toStdString();
+  (mode == 0 ? CharacterFieldTemp : TextFieldTemp) = Trim(input);
+
+  if (!engine_)
+    engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
+  const LookUpEngine::Result result = engine_->LookUp(input, settings);
+  switch (result.outcome) {
+    case LookUpEngine::Outcome::kNothing:
+      return;
+    case LookUpEngine::Outcome::kTableMissing:
+      MsgBox(this,
+             "The data file is missing. Please reinstall the application.");
+      return;
+    case LookUpEngine::Outcome::kShown:
+      break;
+  }
+  // The layout ends its lines in CR; the field shows them as line ends.
+  QString text = QString::fromStdString(result.text);
+  text.replace(QChar('\r'), QChar('\n'));
+  ResultField->setPlainText(text);
+  ResultField->verticalScrollBar()->setValue(0);
+}
+
+bool MainWindow::Widget_MouseDown(int y) {
+  Widget->setCursor(HorizontalResizeCursor());
+  WidgetClick = y;
+  WidgetTop = layout_.Rect(Widget).top();
+  TextFieldHeight = layout_.Rect(TextField).height() - y;
+  ResultFieldHeight = layout_.Rect(ResultField).height();
+  YField = layout_.Rect(ResultField).top();
+  return true;
+}
+
+void MainWindow::Widget_MouseDrag(int y) {
+  int top = layout_.Rect(Widget).top() + y - WidgetClick;
+  const int lowest = Height() - kSpaceBelowWidget;
+  const bool within = top >= kWidgetTopLimit && top <= lowest;
+  if (!within) {
+    if (top < kWidgetTopLimit) top = kWidgetTopLimit;
+    if (lowest < top) top = lowest;
+  }
+  layout_.SetTop(Widget, top);
+  layout_.SetHeight(TextField, TextFieldHeight + top - WidgetTop + WidgetClick);
+  layout_.SetTop(ResultField,
+                 within ? top + kWidgetGap : YField + top - WidgetTop);
+  layout_.SetHeight(
+      ResultField,
+      ResultFieldHeight - (layout_.Rect(ResultField).top() - YField));
+}
+
+void MainWindow::Widget_MouseUp() {
+  const int least =
+      std::max(layout_.Rect(Widget).top() + kSpaceBelowWidget, kLeastMinHeight);
+  content_->setMinimumHeight(least);
+}
+
+void MainWindow::DictModeButton_MouseUp() {
+  DictModeButton->SetBackdrop(dictmode_on());
+  ConverterModeButton->SetBackdrop(convertermode());
+  if (mode == 1) StartModeSwitching();
+}
+
+void MainWindow::ConverterModeButton_MouseUp() {
+  DictModeButton->SetBackdrop(dictmode());
+  ConverterModeButton->SetBackdrop(convertermode_on());
+  if (mode == 0) StartModeSwitching();
+}
+
+void MainWindow::StartModeSwitching() {
+  // The animated switch between the modes is still to come. Its buttons
+  // are hidden, so nothing reaches here yet.
+}
+
+void MainWindow::Timer1_Action() {
+  // One step of the mode-switch animation, to come with StartModeSwitching.
+  Timer1->stop();
+}
+
+}  // namespace quill

@@ -1,0 +1,264 @@
+#include "windows/MenuBar1.hpp"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMetaMethod>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QTextEdit>
+#include <array>
+
+#include "app/App.hpp"
+#include "windows/WindowMenuManager.hpp"
+
+namespace quill {
+
+namespace {
+
+struct Item {
+  const char* name;
+  const char* parent;  // nullptr: a menu of the bar
+  std::string (*text)();
+  const char* literal;  // used when text is nullptr
+  QKeySequence shortcut;
+};
+
+std::string Dash() { return "-"; }
+
+// In the order of the menus. Cmd is Ctrl here.
+const std::array<Item, 24>& Items() {
+  static const std::array<Item, 24> items{{
+      {"FileMenu", nullptr, App::kFileMenuText, nullptr, {}},
+      {"FileCloseWindow", "FileMenu", App::kFileCloseWindow, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_W)},
+      {"UntitledItem1", "FileMenu", Dash, nullptr, {}},
+      {"FileQuit", "FileMenu", nullptr, "&Quit",
+       QKeySequence(Qt::CTRL | Qt::Key_Q)},
+      {"EditMenu", nullptr, App::kEditMenuText, nullptr, {}},
+      {"EditUndo", "EditMenu", App::kEditUndo, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_Z)},
+      {"UntitledMenu1", "EditMenu", Dash, nullptr, {}},
+      {"EditCut", "EditMenu", App::kEditCut, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_X)},
+      {"EditCopy", "EditMenu", App::kEditCopy, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_C)},
+      {"EditPaste", "EditMenu", App::kEditPaste, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_V)},
+      {"EditClear", "EditMenu", App::kEditClear, nullptr, {}},
+      {"UntitledMenu0", "EditMenu", Dash, nullptr, {}},
+      {"EditSelectAll", "EditMenu", App::kEditSelectAll, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_A)},
+      {"EditPreferences", "EditMenu", App::kPreferencesMenuitemText, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_Comma)},
+      {"WindowMenu", nullptr, App::kWindowMenuText, nullptr, {}},
+      {"WindowMinimize", "WindowMenu", App::kWindowMinimize, nullptr,
+       QKeySequence(Qt::CTRL | Qt::Key_M)},
+      {"WindowZoom", "WindowMenu", App::kWindowZoom, nullptr, {}},
+      {"UntitledSeparator", "WindowMenu", Dash, nullptr, {}},
+      {"WindowBringAllToFront",
+       "WindowMenu",
+       App::kWindowBringAllToFront,
+       nullptr,
+       {}},
+      {"UntitledSeparator0", "WindowMenu", Dash, nullptr, {}},
+      {"HelpMenu", nullptr, nullptr, "Help", {}},
+      {"HelpQuillmereHelp", "HelpMenu", App::kQuillmereHelpText, nullptr, {}},
+      {"HelpAboutQuillmere", "HelpMenu", App::kAboutQuillmereText, nullptr, {}},
+      {"HelpQuillmereWebsite",
+       "HelpMenu",
+       App::kHelpQuillmereWebsite,
+       nullptr,
+       {}},
+  }};
+  return items;
+}
+
+QPointer<QMenuBar>& TheBar() {
+  static QPointer<QMenuBar> bar;
+  return bar;
+}
+
+bool IsEditItem(const QString& name) {
+  return name == "EditUndo" || name == "EditCut" || name == "EditCopy" ||
+         name == "EditPaste" || name == "EditClear" || name == "EditSelectAll";
+}
+
+// What the focused field can do now, and doing it. The three kinds of text
+// field of the windows are served alike.
+struct EditTarget {
+  QLineEdit* line = nullptr;
+  QPlainTextEdit* plain = nullptr;
+  QTextEdit* rich = nullptr;
+
+  EditTarget() {
+    QWidget* focus = QApplication::focusWidget();
+    line = qobject_cast<QLineEdit*>(focus);
+    plain = qobject_cast<QPlainTextEdit*>(focus);
+    rich = qobject_cast<QTextEdit*>(focus);
+  }
+
+  bool Exists() const { return line || plain || rich; }
+  bool ReadOnly() const {
+    return line    ? line->isReadOnly()
+           : plain ? plain->isReadOnly()
+                   : rich->isReadOnly();
+  }
+  bool HasSelection() const {
+    return line    ? line->hasSelectedText()
+           : plain ? plain->textCursor().hasSelection()
+                   : rich->textCursor().hasSelection();
+  }
+  bool HasText() const {
+    return line    ? !line->text().isEmpty()
+           : plain ? !plain->document()->isEmpty()
+                   : !rich->document()->isEmpty();
+  }
+  bool CanUndo() const {
+    return line    ? line->isUndoAvailable()
+           : plain ? plain->document()->isUndoAvailable()
+                   : rich->document()->isUndoAvailable();
+  }
+
+  bool Enabled(const QString& name) const {
+    if (!Exists()) return false;
+    if (name == "EditUndo") return !ReadOnly() && CanUndo();
+    if (name == "EditCut" || name == "EditClear")
+      return !ReadOnly() && HasSelection();
+    if (name == "EditCopy") return HasSelection();
+    if (name == "EditPaste") {
+      return !ReadOnly() && !QApplication::clipboard()->text().isEmpty();
+    }
+    return HasText();  // EditSelectAll
+  }
+
+  void Do(const QString& name) const {
+    if (!Enabled(name)) return;
+    QObject* field = line    ? static_cast<QObject*>(line)
+                     : plain ? static_cast<QObject*>(plain)
+                             : static_cast<QObject*>(rich);
+    if (name == "EditClear") {
+      if (line) {
+        line->del();
+      } else {
+        QTextCursor cursor = plain ? plain->textCursor() : rich->textCursor();
+        cursor.removeSelectedText();
+        plain ? plain->setTextCursor(cursor) : rich->setTextCursor(cursor);
+      }
+      return;
+    }
+    const char* slot = name == "EditUndo"    ? "undo"
+                       : name == "EditCut"   ? "cut"
+                       : name == "EditCopy"  ? "copy"
+                       : name == "EditPaste" ? "paste"
+                                             : "selectAll";
+    QMetaObject::invokeMethod(field, slot, Qt::DirectConnection);
+  }
+};
+
+// The handler "_<name>_Action" of the frontmost window, else of App.
+std::pair<QObject*, QMetaMethod> Handler(const QString& name) {
+  const QByteArray signature = ("_" + name + "_Action()").toLatin1();
+  const std::array<QObject*, 2> targets{QApplication::activeWindow(),
+                                        QCoreApplication::instance()};
+  for (QObject* target : targets) {
+    if (target == nullptr) continue;
+    const int index =
+        target->metaObject()->indexOfMethod(signature.constData());
+    if (index >= 0) return {target, target->metaObject()->method(index)};
+  }
+  return {nullptr, {}};
+}
+
+QMenuBar* Build() {
+  auto* bar = new QMenuBar;
+  bar->setObjectName("MenuBar1");
+  bar->setNativeMenuBar(false);
+  QMenu* menu = nullptr;
+  for (const Item& item : Items()) {
+    const QString name = QString::fromLatin1(item.name);
+    const QString text = item.text ? QString::fromStdString(item.text())
+                                   : QString::fromUtf8(item.literal);
+    if (item.parent == nullptr) {
+      menu = bar->addMenu(text);
+      menu->setObjectName(name);
+      menu->menuAction()->setObjectName(name);
+      QObject::connect(menu, &QMenu::aboutToShow, [] { EnableMenuItems(); });
+      if (name == "WindowMenu") {
+        QObject::connect(menu, &QMenu::aboutToShow, menu,
+                         [menu] { WindowMenuManager::EnableMenu(menu); });
+      }
+      continue;
+    }
+    QAction* action =
+        text == "-" ? menu->addSeparator() : menu->addAction(text);
+    action->setObjectName(name);
+    action->setParent(menu);
+    if (!item.shortcut.isEmpty()) action->setShortcut(item.shortcut);
+    if (name == "FileQuit") {
+      QObject::connect(action, &QAction::triggered, [] {
+        QApplication::closeAllWindows();
+        QCoreApplication::quit();
+      });
+    } else if (IsEditItem(name)) {
+      QObject::connect(action, &QAction::triggered,
+                       [name] { EditTarget().Do(name); });
+    } else if (text != "-") {
+      QObject::connect(action, &QAction::triggered,
+                       [name] { DispatchMenuItem(name); });
+    }
+  }
+  // Enabling follows the frontmost window also between menu openings, for
+  // the shortcuts.
+  QObject::connect(qApp, &QApplication::focusChanged, bar,
+                   [] { EnableMenuItems(); });
+  return bar;
+}
+
+}  // namespace
+
+QMenuBar* MenuBar1() {
+  QPointer<QMenuBar>& bar = TheBar();
+  if (bar.isNull()) bar = Build();
+  return bar;
+}
+
+QAction* MenuItem(const QString& name) {
+  return MenuBar1()->findChild<QAction*>(name);
+}
+
+QMenu* Menu(const QString& name) { return MenuBar1()->findChild<QMenu*>(name); }
+
+bool DispatchMenuItem(const QString& name) {
+  auto [target, method] = Handler(name);
+  if (target == nullptr) return false;
+  method.invoke(target, Qt::DirectConnection);
+  return true;
+}
+
+void EnableMenuItems() {
+  for (const Item& item : Items()) {
+    const QString name = QString::fromLatin1(item.name);
+    QAction* action = MenuItem(name);
+    if (action == nullptr || item.parent == nullptr || action->isSeparator())
+      continue;
+    if (name == "FileQuit") {
+      action->setEnabled(true);
+    } else if (IsEditItem(name)) {
+      action->setEnabled(EditTarget().Enabled(name));
+    } else {
+      action->setEnabled(Handler(name).first != nullptr);
+    }
+  }
+  if (QWidget* window = QApplication::activeWindow()) {
+    const int index =
+        window->metaObject()->indexOfMethod("Event_EnableMenuItems()");
+    if (index >= 0) {
+      window->metaObject()->method(index).invoke(window, Qt::DirectConnection);
+    }
+  }
+}
+
+}  // namespace quill

@@ -1,0 +1,3 @@
+#include "app/App.hpp"
+
+int main(int argc, char** argv) { return quill::_Main(argc, argv); }
