@@ -1,0 +1,53 @@
+// The program as a whole, started as a user starts it, over a preferences
+// file it can't use.
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include "WindowTestSupport.hpp"
+
+using namespace quill::testing;
+
+class StartUpTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void unusableFileEndsTheProgram_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("malformed") << QByteArray("<root><PinyinSystems>11111</PinyinSystems>")
+                               << "not well-formed";
+    QTest::newRow("empty") << QByteArray() << "not well-formed";
+    QTest::newRow("element without text")
+        << QByteArray("<root><PinyinSystems/></root>") << "<PinyinSystems> holds no value";
+  }
+  void unusableFileEndsTheProgram() {
+    QFETCH(QByteArray, content);
+    QFETCH(QString, problem);
+    PreferencesFolder prefs;
+    const QString path = QString::fromStdString(prefs.FilePath());
+    {
+      QFile file(path);
+      QVERIFY(file.open(QIODevice::WriteOnly));
+      file.write(content);
+    }
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("XDG_CONFIG_HOME", QString::fromStdString(prefs.Path()));
+    program.setProcessEnvironment(environment);
+    program.start(QUILLMERE_OUT_DIR "/quillmere", {});
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 1);
+    const QString error = QString::fromLocal8Bit(program.readAllStandardError());
+    QVERIFY2(error.contains(path), qPrintable(error));
+    QVERIFY2(error.contains(problem), qPrintable(error));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), content);
+  }
+};
+
+QTEST_GUILESS_MAIN(StartUpTest)
+#include "StartUpTest.moc"
