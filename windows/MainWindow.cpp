@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <functional>
 
 #include "app/App.hpp"
 #include "text/TextOps.hpp"
@@ -56,8 +57,10 @@ QFont FieldFont(int pixels) {
 
 QString ToQ(const std::string& s) { return QString::fromStdString(s); }
 
+// A stored number as an int; values beyond any screen are cut down first.
 int ReadNumber(const char* key) {
-  return static_cast<int>(Val(App::Instance()->ReadPreferences(key)));
+  const double value = Val(App::Instance()->ReadPreferences(key));
+  return static_cast<int>(std::clamp(value, -1e6, 1e6));
 }
 
 // Content widget that reports its size changes to the window.

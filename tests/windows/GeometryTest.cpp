@@ -20,15 +20,16 @@ QStringList FileChildren(const PreferencesFolder& prefs) {
   document.load_file(prefs.FilePath().c_str());
   QStringList children;
   for (const auto child : document.document_element().children()) {
-    children << QString::fromUtf8(child.name()) + "=" + QString::fromUtf8(child.child_value());
+    children << QString::fromUtf8(child.name()) + "=" +
+                    QString::fromUtf8(child.child_value());
   }
   return children;
 }
 
 // A drag of the mouse with the left button held, as the splitter gets it.
 void DragTo(QWidget* widget, QPoint point) {
-  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton,
-                   Qt::LeftButton, Qt::NoModifier);
+  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(widget, &move);
 }
 
@@ -48,7 +49,8 @@ class GeometryTest : public QObject {
     QVERIFY(!prefs_->FileExists());
     StartMainWindow();
     QCoreApplication::processEvents();
-    QCOMPARE(FileChildren(*prefs_), (QStringList{"MainFontSize=11111", "PinyinSystems=11111"}));
+    QCOMPARE(FileChildren(*prefs_),
+             (QStringList{"MainFontSize=11111", "PinyinSystems=11111"}));
   }
 
   void storedSystemsStayAsTheyAre() {
@@ -67,7 +69,8 @@ class GeometryTest : public QObject {
     QCOMPARE(window->mode, 1);
     QVERIFY(window->TextField->isVisible());
     QVERIFY(!window->CharacterField->isVisible());
-    QVERIFY(!window->DictModeButton->isVisible() && !window->DictModeButton->isEnabled());
+    QVERIFY(!window->DictModeButton->isVisible() &&
+            !window->DictModeButton->isEnabled());
     QVERIFY(!window->ConverterModeButton->isVisible());
   }
 
@@ -77,12 +80,19 @@ class GeometryTest : public QObject {
     QTest::addColumn<int>("expectedWidth");
     QTest::addColumn<int>("expectedHeight");
     QTest::addColumn<int>("remembered");  // mainWindowWidth afterwards
-    QTest::newRow("none") << "" << "" << 300 << 453 << 0;
-    QTest::newRow("300 by 600: width not over 300") << "300" << "600" << 300 << 453 << 0;
-    QTest::newRow("301 by 449: used") << "301" << "449" << 301 << 453 << 301;
-    QTest::newRow("640 by 448: height not over 448") << "640" << "448" << 300 << 453 << 0;
-    QTest::newRow("640 by 700") << "640" << "700" << 640 << 700 << 640;
-    QTest::newRow("not numbers") << "wide" << "tall" << 300 << 453 << 0;
+    QTest::newRow("none") << ""
+                          << "" << 300 << 453 << 0;
+    QTest::newRow("300 by 600: width not over 300") << "300"
+                                                    << "600" << 300 << 453 << 0;
+    QTest::newRow("301 by 449: used") << "301"
+                                      << "449" << 301 << 453 << 301;
+    QTest::newRow("640 by 448: height not over 448")
+        << "640"
+        << "448" << 300 << 453 << 0;
+    QTest::newRow("640 by 700") << "640"
+                                << "700" << 640 << 700 << 640;
+    QTest::newRow("not numbers") << "wide"
+                                 << "tall" << 300 << 453 << 0;
   }
   void savedSize() {
     QFETCH(QString, width);
@@ -91,7 +101,8 @@ class GeometryTest : public QObject {
     QFETCH(int, expectedHeight);
     QFETCH(int, remembered);
     if (!width.isEmpty()) prefs_->Write("MainWindowWidth", width.toStdString());
-    if (!height.isEmpty()) prefs_->Write("MainWindowHeight", height.toStdString());
+    if (!height.isEmpty())
+      prefs_->Write("MainWindowHeight", height.toStdString());
     MainWindow* window = StartMainWindow();
     QCOMPARE(window->Width(), expectedWidth);
     QCOMPARE(window->Height(), expectedHeight);
@@ -104,10 +115,14 @@ class GeometryTest : public QObject {
     QTest::addColumn<QString>("left");
     QTest::addColumn<QString>("top");
     QTest::addColumn<bool>("used");
-    QTest::newRow("valid") << "120" << "130" << true;
-    QTest::newRow("left 0") << "0" << "130" << false;
-    QTest::newRow("top 10") << "120" << "10" << false;
-    QTest::newRow("top 11") << "120" << "11" << true;
+    QTest::newRow("valid") << "120"
+                           << "130" << true;
+    QTest::newRow("left 0") << "0"
+                            << "130" << false;
+    QTest::newRow("top 10") << "120"
+                            << "10" << false;
+    QTest::newRow("top 11") << "120"
+                            << "11" << true;
   }
   void savedPosition() {
     QFETCH(QString, left);
@@ -152,12 +167,14 @@ class GeometryTest : public QObject {
   void splitterOpensAtItsSavedPlace() {
     QFETCH(QString, saved);
     QFETCH(int, top);
-    if (!saved.isEmpty()) prefs_->Write("MainWindowWidgetHeight", saved.toStdString());
+    if (!saved.isEmpty())
+      prefs_->Write("MainWindowWidgetHeight", saved.toStdString());
     MainWindow* window = StartMainWindow();
     QCOMPARE(window->ControlRect(window->Widget).top(), top);
     QCOMPARE(window->ControlRect(window->TextField).height(), top - 38 - 10);
     QCOMPARE(window->ControlRect(window->ResultField).top(), top + 10);
-    QCOMPARE(window->ControlRect(window->ResultField).bottom() + 1, window->Height() - 22);
+    QCOMPARE(window->ControlRect(window->ResultField).bottom() + 1,
+             window->Height() - 22);
     QCOMPARE(window->MinHeight(), 453);
   }
 

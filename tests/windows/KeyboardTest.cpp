@@ -1,5 +1,7 @@
 // Which keys in TextField start the look-up and which insert a line break,
 // by the stored PressReturnTo.
+#include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -37,17 +39,27 @@ class KeyboardTest : public QObject {
     const int keypadShift = Qt::KeypadModifier | Qt::ShiftModifier;
     for (const QString& stored : {QString(), QString("0")}) {
       const QByteArray tag = stored.isEmpty() ? "default" : "stored 0";
-      QTest::newRow(tag + ", Return") << stored << int(Qt::Key_Return) << none << true << false;
-      QTest::newRow(tag + ", Shift+Return") << stored << int(Qt::Key_Return) << shift << false << true;
-      QTest::newRow(tag + ", Enter") << stored << int(Qt::Key_Enter) << keypad << true << false;
-      QTest::newRow(tag + ", Shift+Enter") << stored << int(Qt::Key_Enter) << keypadShift << true << false;
-      QTest::newRow(tag + ", letter") << stored << int(Qt::Key_A) << none << false << false;
+      QTest::newRow(tag + ", Return")
+          << stored << int(Qt::Key_Return) << none << true << false;
+      QTest::newRow(tag + ", Shift+Return")
+          << stored << int(Qt::Key_Return) << shift << false << true;
+      QTest::newRow(tag + ", Enter")
+          << stored << int(Qt::Key_Enter) << keypad << true << false;
+      QTest::newRow(tag + ", Shift+Enter")
+          << stored << int(Qt::Key_Enter) << keypadShift << true << false;
+      QTest::newRow(tag + ", letter")
+          << stored << int(Qt::Key_A) << none << false << false;
     }
-    QTest::newRow("1, Return") << "1" << int(Qt::Key_Return) << none << false << true;
-    QTest::newRow("1, Shift+Return") << "1" << int(Qt::Key_Return) << shift << false << true;
-    QTest::newRow("1, Enter") << "1" << int(Qt::Key_Enter) << keypad << true << false;
-    QTest::newRow("1, Shift+Enter") << "1" << int(Qt::Key_Enter) << keypadShift << true << false;
-    QTest::newRow("1, letter") << "1" << int(Qt::Key_A) << none << false << false;
+    QTest::newRow("1, Return")
+        << "1" << int(Qt::Key_Return) << none << false << true;
+    QTest::newRow("1, Shift+Return")
+        << "1" << int(Qt::Key_Return) << shift << false << true;
+    QTest::newRow("1, Enter")
+        << "1" << int(Qt::Key_Enter) << keypad << true << false;
+    QTest::newRow("1, Shift+Enter")
+        << "1" << int(Qt::Key_Enter) << keypadShift << true << false;
+    QTest::newRow("1, letter")
+        << "1" << int(Qt::Key_A) << none << false << false;
   }
 
   void keyTable() {
@@ -56,12 +68,14 @@ class KeyboardTest : public QObject {
     QFETCH(int, modifiers);
     QFETCH(bool, looksUp);
     QFETCH(bool, breaksLine);
-    if (!pressReturnTo.isEmpty()) prefs_->Write("PressReturnTo", pressReturnTo.toStdString());
+    if (!pressReturnTo.isEmpty())
+      prefs_->Write("PressReturnTo", pressReturnTo.toStdString());
     QTextCursor end = window_->TextField->textCursor();
     end.movePosition(QTextCursor::End);
     window_->TextField->setTextCursor(end);
 
-    QTest::keyClick(window_->TextField, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QTest::keyClick(window_->TextField, Qt::Key(key),
+                    Qt::KeyboardModifiers(modifiers));
 
     const QString result = window_->ResultField->toPlainText();
     if (looksUp) {
@@ -88,6 +102,20 @@ class KeyboardTest : public QObject {
     window_->TextField->setPlainText("  \n ");
     QTest::keyClick(window_->TextField, Qt::Key_Return);
     QCOMPARE(window_->ResultField->toPlainText(), QString());
+  }
+
+  void unusablePreferencesAreNotSwallowed() {
+    const std::string path = prefs_->FilePath();
+    QFile::remove(QString::fromStdString(path));
+    QFile file(QString::fromStdString(path));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<root><PressReturnTo>1</root>");
+    file.close();
+    const QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
+    QVERIFY_THROWS_EXCEPTION(PreferencesError, window_->TextField_KeyDown(key));
+    QCOMPARE(window_->ResultField->toPlainText(), QString("old result"));
+    QFile::remove(
+        QString::fromStdString(path));  // the window writes on closing
   }
 
   void returnInCharacterFieldDoesNothing() {

@@ -17,15 +17,16 @@ using namespace quill::testing;
 namespace {
 
 void DragTo(QWidget* widget, QPoint point) {
-  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton,
-                   Qt::LeftButton, Qt::NoModifier);
+  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(widget, &move);
 }
 
 // Keys that carry Chinese text, one character each, as a keyboard sends them.
 void Type(QWidget* widget, const QString& text) {
   for (const QChar c : text) {
-    QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(c),
+                        Qt::NoModifier);
   }
 }
 
@@ -53,9 +54,9 @@ class LookUpTest : public QObject {
   }
 
   void picturesAreThere() {
-    for (const QPixmap* picture : {&lookupbutton(), &lookupbutton_on(), &dimple(), &dictmode(),
-                                   &convertermode(), &dictmode_on(), &convertermode_on(),
-                                   &icon100()}) {
+    for (const QPixmap* picture :
+         {&lookupbutton(), &lookupbutton_on(), &dimple(), &dictmode(),
+          &convertermode(), &dictmode_on(), &convertermode_on(), &icon100()}) {
       QVERIFY(!picture->isNull());
     }
     QCOMPARE(lookupbutton().deviceIndependentSize(), QSizeF(30, 30));
@@ -85,7 +86,8 @@ class LookUpTest : public QObject {
 
   void buttonKeepsTheOldResultWhenNothingIsLookedUp() {
     window_->ResultField->setPlainText("old result");
-    QTest::mouseClick(window_->LookUpCanvas, Qt::LeftButton, {}, QPoint(15, 15));
+    QTest::mouseClick(window_->LookUpCanvas, Qt::LeftButton, {},
+                      QPoint(15, 15));
     QCOMPARE(window_->ResultField->toPlainText(), QString("old result"));
     QVERIFY(messages_.isEmpty());
   }
@@ -97,10 +99,15 @@ class LookUpTest : public QObject {
     window_->SetDataFiles(files);
     window_->TextField->setPlainText("中");
     window_->ResultField->setPlainText("old result");
-    QTest::mouseClick(window_->LookUpCanvas, Qt::LeftButton, {}, QPoint(15, 15));
+    QTest::mouseClick(window_->LookUpCanvas, Qt::LeftButton, {},
+                      QPoint(15, 15));
     QTest::keyClick(window_->TextField, Qt::Key_Return);
-    QCOMPARE(messages_, QStringList(2, "The data file is missing. Please reinstall the application."));
-    QCOMPARE(window_->ResultField->toPlainText(), QString());  // cleared by the key only
+    QCOMPARE(
+        messages_,
+        QStringList(
+            2, "The data file is missing. Please reinstall the application."));
+    QCOMPARE(window_->ResultField->toPlainText(),
+             QString());  // cleared by the key only
   }
 
   void lookUpReadsItsPreferencesEachTime() {
@@ -132,7 +139,8 @@ class LookUpTest : public QObject {
     for (int i = 0; i < 50000; ++i) input += i % 40 == 39 ? "\n" : "中文";
     window_->TextField->setPlainText(input);
     window_->LookUp();
-    QVERIFY(window_->ResultField->document()->characterCount() > input.size() * 2);
+    QVERIFY(window_->ResultField->document()->characterCount() >
+            input.size() * 2);
   }
 
   // The whole road: start as the program does, type, press Return.

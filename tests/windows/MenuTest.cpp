@@ -66,15 +66,18 @@ class MenuTest : public QObject {
   }
 
   void itemsStandInTheirOrder() {
-    QCOMPARE(Names(Menu("FileMenu")), (QStringList{"FileCloseWindow", "UntitledItem1", "FileQuit"}));
+    QCOMPARE(Names(Menu("FileMenu")),
+             (QStringList{"FileCloseWindow", "UntitledItem1", "FileQuit"}));
     QCOMPARE(Names(Menu("EditMenu")),
-             (QStringList{"EditUndo", "UntitledMenu1", "EditCut", "EditCopy", "EditPaste",
-                          "EditClear", "UntitledMenu0", "EditSelectAll", "EditPreferences"}));
+             (QStringList{"EditUndo", "UntitledMenu1", "EditCut", "EditCopy",
+                          "EditPaste", "EditClear", "UntitledMenu0",
+                          "EditSelectAll", "EditPreferences"}));
     QCOMPARE(Names(Menu("WindowMenu")).mid(0, 5),
              (QStringList{"WindowMinimize", "WindowZoom", "UntitledSeparator",
                           "WindowBringAllToFront", "UntitledSeparator0"}));
     QCOMPARE(Names(Menu("HelpMenu")),
-             (QStringList{"HelpQuillmereHelp", "HelpAboutQuillmere", "HelpQuillmereWebsite"}));
+             (QStringList{"HelpQuillmereHelp", "HelpAboutQuillmere",
+                          "HelpQuillmereWebsite"}));
     QStringList titles;
     for (QAction* action : MenuBar1()->actions()) titles << action->text();
     QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Window", "Help"}));
@@ -84,17 +87,28 @@ class MenuTest : public QObject {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QKeySequence>("shortcut");
-    QTest::newRow("close") << "FileCloseWindow" << "Close &Window" << QKeySequence("Ctrl+W");
-    QTest::newRow("quit") << "FileQuit" << "&Quit" << QKeySequence("Ctrl+Q");
-    QTest::newRow("undo") << "EditUndo" << "&Undo" << QKeySequence("Ctrl+Z");
-    QTest::newRow("cut") << "EditCut" << "Cu&t" << QKeySequence("Ctrl+X");
-    QTest::newRow("clear") << "EditClear" << "&Delete" << QKeySequence();
-    QTest::newRow("all") << "EditSelectAll" << "Select &All" << QKeySequence("Ctrl+A");
-    QTest::newRow("prefs") << "EditPreferences" << "Preferences..." << QKeySequence("Ctrl+,");
-    QTest::newRow("minimize") << "WindowMinimize" << "&Minimize" << QKeySequence("Ctrl+M");
-    QTest::newRow("zoom") << "WindowZoom" << "Zoom" << QKeySequence();
-    QTest::newRow("about") << "HelpAboutQuillmere" << "About Quillmere" << QKeySequence();
-    QTest::newRow("site") << "HelpQuillmereWebsite" << "Quillmere Website" << QKeySequence();
+    QTest::newRow("close") << "FileCloseWindow"
+                           << "Close &Window" << QKeySequence("Ctrl+W");
+    QTest::newRow("quit") << "FileQuit"
+                          << "&Quit" << QKeySequence("Ctrl+Q");
+    QTest::newRow("undo") << "EditUndo"
+                          << "&Undo" << QKeySequence("Ctrl+Z");
+    QTest::newRow("cut") << "EditCut"
+                         << "Cu&t" << QKeySequence("Ctrl+X");
+    QTest::newRow("clear") << "EditClear"
+                           << "&Delete" << QKeySequence();
+    QTest::newRow("all") << "EditSelectAll"
+                         << "Select &All" << QKeySequence("Ctrl+A");
+    QTest::newRow("prefs") << "EditPreferences"
+                           << "Preferences..." << QKeySequence("Ctrl+,");
+    QTest::newRow("minimize") << "WindowMinimize"
+                              << "&Minimize" << QKeySequence("Ctrl+M");
+    QTest::newRow("zoom") << "WindowZoom"
+                          << "Zoom" << QKeySequence();
+    QTest::newRow("about") << "HelpAboutQuillmere"
+                           << "About Quillmere" << QKeySequence();
+    QTest::newRow("site") << "HelpQuillmereWebsite"
+                          << "Quillmere Website" << QKeySequence();
   }
   void itemsHaveTheirTextsAndShortcuts() {
     QFETCH(QString, name);

@@ -15,11 +15,13 @@ class StartUpTest : public QObject {
   void unusableFileEndsTheProgram_data() {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("problem");
-    QTest::newRow("malformed") << QByteArray("<root><PinyinSystems>11111</PinyinSystems>")
-                               << "not well-formed";
+    QTest::newRow("malformed")
+        << QByteArray("<root><PinyinSystems>11111</PinyinSystems>")
+        << "not well-formed";
     QTest::newRow("empty") << QByteArray() << "not well-formed";
     QTest::newRow("element without text")
-        << QByteArray("<root><PinyinSystems/></root>") << "<PinyinSystems> holds no value";
+        << QByteArray("<root><PinyinSystems/></root>")
+        << "<PinyinSystems> holds no value";
   }
   void unusableFileEndsTheProgram() {
     QFETCH(QByteArray, content);
@@ -40,7 +42,8 @@ class StartUpTest : public QObject {
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 1);
-    const QString error = QString::fromLocal8Bit(program.readAllStandardError());
+    const QString error =
+        QString::fromLocal8Bit(program.readAllStandardError());
     QVERIFY2(error.contains(path), qPrintable(error));
     QVERIFY2(error.contains(problem), qPrintable(error));
     QFile file(path);

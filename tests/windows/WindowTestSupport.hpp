@@ -30,7 +30,9 @@ class PreferencesFolder {
   void Write(const std::string& key, const std::string& value) const {
     Preferences(Path()).WritePreferences(key, value);
   }
-  bool FileExists() const { return QFile::exists(QString::fromStdString(FilePath())); }
+  bool FileExists() const {
+    return QFile::exists(QString::fromStdString(FilePath()));
+  }
 
  private:
   QTemporaryDir dir_;
@@ -70,13 +72,13 @@ inline DataFiles SmallTable(const QTemporaryDir& folder) {
 }  // namespace quill::testing
 
 // A Qt Test main with the program's own application object.
-#define QUILLMERE_TEST_MAIN(TestClass)                         \
-  int main(int argc, char** argv) {                            \
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {      \
-      qputenv("QT_QPA_PLATFORM", "offscreen");                 \
-    }                                                          \
-    quill::testing::PreferencesFolder startFolder;             \
-    quill::QuillmereApp app(argc, argv);                       \
-    TestClass test;                                            \
-    return QTest::qExec(&test, argc, argv);                    \
+#define QUILLMERE_TEST_MAIN(TestClass)                    \
+  int main(int argc, char** argv) {                       \
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) { \
+      qputenv("QT_QPA_PLATFORM", "offscreen");            \
+    }                                                     \
+    quill::testing::PreferencesFolder startFolder;        \
+    quill::QuillmereApp app(argc, argv);                  \
+    TestClass test;                                       \
+    return QTest::qExec(&test, argc, argv);               \
   }
