@@ -1,0 +1,329 @@
+// The preferences dialog against a real store in a temporary folder: what it
+// shows when it opens, what OK writes and refreshes, and what it refuses.
+#include <QCheckBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+#include "tests/windows/DialogsTestSupport.hpp"
+#include "windows/Dialogs.hpp"
+#include "windows/MainWindow.hpp"
+#include "windows/PreferencesWindow.hpp"
+
+using quill::App;
+using quill::MainWindow;
+using quill::PreferencesWindow;
+
+class PreferencesWindowTest : public QObject {
+  Q_OBJECT
+
+ private:
+  PreferencesWindow* Open() {
+    quill::ShowPreferencesWindow();
+    PreferencesWindow* window = PreferencesWindow::Existing();
+    if (window != nullptr) (void)QTest::qWaitForWindowExposed(window);
+    return window;
+  }
+
+  template <typename T>
+  static T* Control(PreferencesWindow* window, const char* name) {
+    return window->findChild<T*>(QString::fromLatin1(name));
+  }
+
+  // "10101" from the check boxes of the list, in row order.
+  static QString ListChecks(PreferencesWindow* window) {
+    auto* list = Control<QTreeWidget>(window, "ListBox1");
+    QString checks;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      checks +=
+          list->topLevelItem(row)->checkState(0) == Qt::Checked ? '1' : '0';
+    }
+    return checks;
+  }
+
+  static void Store(const char* key, const QString& value) {
+    App::Instance()->WritePreferences(key, value.toStdString());
+  }
+  static QString Stored(const char* key) {
+    return QString::fromStdString(App::Instance()->ReadPreferences(key));
+  }
+
+  // Sets the MainWindow mirrors to values no dialog writes, so that a test
+  // sees which of them the dialog touched.
+  static void MarkMainWindow() {
+    MainWindow* main = MainWindow::Instance();
+    main->PinyinSystemsPrefValue = "mark";
+    main->UseToneNumbersPrefValue = "mark";
+    main->indicateTonesPrefValue = "mark";
+  }
+
+ private slots:
+  void init() { QFile::remove(quill::test::PreferencesFile()); }
+
+  void cleanup() {
+    if (PreferencesWindow* window = PreferencesWindow::Existing())
+      window->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(PreferencesWindow::Existing() == nullptr);
+  }
+
+  void listsSystemsInKeyOrder() {
+    Store("PinyinSystems", "11111");
+    auto* list = Control<QTreeWidget>(Open(), "ListBox1");
+    QVERIFY(list != nullptr);
+    QCOMPARE(list->columnCount(), 2);
+    QCOMPARE(list->headerItem()->text(0), QStringLiteral("On"));
+    QCOMPARE(list->headerItem()->text(1), QStringLiteral("Pinyin System"));
+    const QStringList names = {"Hanyu Pinyin", "Zhuyin 1 (Bopomofo)",
+                               "Zhuyin 2", "Wade-Giles", "Tongyong Pinyin"};
+    QCOMPARE(list->topLevelItemCount(), names.size());
+    for (int row = 0; row < names.size(); ++row) {
+      QCOMPARE(list->topLevelItem(row)->text(1), names[row]);
+    }
+  }
+
+  // Each control opens from the store; "stored" is key=value pairs.
+  void opensFromStore_data() {
+    QTest::addColumn<QStringList>("stored");
+    QTest::addColumn<QString>("systems");
+    QTest::addColumn<bool>("indicateTones");
+    QTest::addColumn<bool>("toneNumbers");
+    QTest::addColumn<bool>("toneNumbersEnabled");
+    QTest::addColumn<bool>("multipleReadings");
+    QTest::addColumn<bool>("segmentation");
+    QTest::addColumn<bool>("newLine");
+
+    QTest::newRow("no file: only the last system")
+        << QStringList() << "00001" << true << false << true << true << false
+        << false;
+    QTest::newRow("systems by position")
+        << QStringList{"PinyinSystems=10101"} << "10101" << true << false
+        << true << true << false << false;
+    QTest::newRow("missing positions are on")
+        << QStringList{"PinyinSystems=01"} << "01111" << true << false << true
+        << true << false << false;
+    QTest::newRow("only 0 is off")
+        << QStringList{"PinyinSystems=0x0 1"} << "01011" << true << false
+        << true << true << false << false;
+    QTest::newRow("tones off grey the numbers")
+        << QStringList{"PinyinSystems=11111", "IndicateTones=0",
+                       "UseToneNumbers=1"}
+        << "11111" << false << true << false << true << false << false;
+    QTest::newRow("tone numbers need exactly 1")
+        << QStringList{"PinyinSystems=11111", "UseToneNumbers=yes",
+                       "IndicateTones=no"}
+        << "11111" << true << false << true << true << false << false;
+    QTest::newRow("switches as stored")
+        << QStringList{"PinyinSystems=11111", "ShowMultipleReadings=0",
+                       "ShowSegmentation=1", "PressReturnTo=1"}
+        << "11111" << true << false << true << false << true << true;
+    QTest::newRow("segmentation and Return need exactly 1")
+        << QStringList{"PinyinSystems=11111", "ShowSegmentation=true",
+                       "PressReturnTo=2", "ShowMultipleReadings=x"}
+        << "11111" << true << false << true << true << false << false;
+  }
+
+  void opensFromStore() {
+    QFETCH(QStringList, stored);
+    for (const QString& pair : stored) {
+      const QString key = pair.section('=', 0, 0);
+      Store(key.toLatin1().constData(), pair.section('=', 1));
+    }
+    PreferencesWindow* window = Open();
+    QVERIFY(window != nullptr);
+
+    QTEST(ListChecks(window), "systems");
+    QTEST(Control<QCheckBox>(window, "IndicateTonesBox")->isChecked(),
+          "indicateTones");
+    auto* toneNumbers = Control<QCheckBox>(window, "UseToneNumbersCheckbox");
+    QTEST(toneNumbers->isChecked(), "toneNumbers");
+    QTEST(toneNumbers->isEnabled(), "toneNumbersEnabled");
+    QTEST(Control<QCheckBox>(window, "ShowMultipleReadingsBox")->isChecked(),
+          "multipleReadings");
+    QTEST(Control<QCheckBox>(window, "ShowSegmentationBox")->isChecked(),
+          "segmentation");
+    QFETCH(bool, newLine);
+    QCOMPARE(
+        Control<QRadioButton>(window, "AddANewLineRadioButton")->isChecked(),
+        newLine);
+    QCOMPARE(
+        Control<QRadioButton>(window, "StartLookingUpRadioButton")->isChecked(),
+        !newLine);
+  }
+
+  void noSystemRefusesOk() {
+    Store("PinyinSystems", "11111");
+    MarkMainWindow();
+    const QByteArray before =
+        quill::test::FileBytes(quill::test::PreferencesFile());
+    PreferencesWindow* window = Open();
+    auto* list = Control<QTreeWidget>(window, "ListBox1");
+    for (int row = 0; row < 5; ++row) quill::test::ClickRowCheck(list, row);
+    QCOMPARE(ListChecks(window), QStringLiteral("00000"));
+
+    quill::test::MessageCatcher catcher;
+    catcher.Arm();
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    catcher.Disarm();
+
+    QCOMPARE(catcher.texts(),
+             QStringList{"Please select at least one pinyin system."});
+    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
+    QCOMPARE(MainWindow::Instance()->PinyinSystemsPrefValue,
+             std::string("mark"));
+    QCOMPARE(PreferencesWindow::Existing(), window);
+    QVERIFY(window->isVisible());
+    QCOMPARE(ListChecks(window), QStringLiteral("00000"));
+
+    // Once a system is on again the same dialog takes the OK.
+    quill::test::ClickRowCheck(list, 3);
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    QCOMPARE(Stored("PinyinSystems"), QStringLiteral("00010"));
+  }
+
+  void oneSystemWritesItsPosition_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("Hanyu Pinyin") << 0 << "10000";
+    QTest::newRow("Zhuyin 2") << 2 << "00100";
+    QTest::newRow("Tongyong Pinyin") << 4 << "00001";
+  }
+
+  void oneSystemWritesItsPosition() {
+    QFETCH(int, row);
+    QFETCH(QString, expected);
+    Store("PinyinSystems", "11111");
+    MarkMainWindow();
+    QPointer<PreferencesWindow> window = Open();
+    auto* list = Control<QTreeWidget>(window, "ListBox1");
+    for (int other = 0; other < 5; ++other) {
+      if (other != row) quill::test::ClickRowCheck(list, other);
+    }
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+
+    QCOMPARE(Stored("PinyinSystems"), expected);
+    QCOMPARE(
+        QString::fromStdString(MainWindow::Instance()->PinyinSystemsPrefValue),
+        expected);
+    QVERIFY(PreferencesWindow::Existing() == nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(window.isNull());
+  }
+
+  void greyedToneNumbersAreStillSaved() {
+    Store("PinyinSystems", "11111");
+    MarkMainWindow();
+    PreferencesWindow* window = Open();
+    auto* tones = Control<QCheckBox>(window, "IndicateTonesBox");
+    auto* numbers = Control<QCheckBox>(window, "UseToneNumbersCheckbox");
+    QVERIFY(numbers->isEnabled());
+    quill::test::ClickCheckBox(numbers);
+    QVERIFY(numbers->isChecked());
+    quill::test::ClickCheckBox(tones);
+    QVERIFY(!tones->isChecked());
+    QVERIFY(!numbers->isEnabled());
+    QVERIFY(numbers->isChecked());
+    // A click on the greyed box does nothing.
+    quill::test::ClickCheckBox(numbers);
+    QVERIFY(numbers->isChecked());
+
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    QCOMPARE(Stored("UseToneNumbers"), QStringLiteral("1"));
+    QCOMPARE(Stored("IndicateTones"), QStringLiteral("0"));
+    QCOMPARE(MainWindow::Instance()->UseToneNumbersPrefValue, std::string("1"));
+    QCOMPARE(MainWindow::Instance()->indicateTonesPrefValue, std::string("0"));
+  }
+
+  void okWritesEveryKey() {
+    Store("PinyinSystems", "10110");
+    Store("ShowSegmentation", "yes");
+    MarkMainWindow();
+    PreferencesWindow* window = Open();
+    quill::test::ClickCheckBox(
+        Control<QCheckBox>(window, "ShowMultipleReadingsBox"));
+    quill::test::ClickCheckBox(
+        Control<QCheckBox>(window, "ShowSegmentationBox"));
+    quill::test::ClickCheckBox(
+        Control<QRadioButton>(window, "AddANewLineRadioButton"));
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+
+    QCOMPARE(Stored("PinyinSystems"), QStringLiteral("10110"));
+    QCOMPARE(Stored("UseToneNumbers"), QStringLiteral("0"));
+    QCOMPARE(Stored("IndicateTones"), QStringLiteral("1"));
+    QCOMPARE(Stored("ShowMultipleReadings"), QStringLiteral("0"));
+    QCOMPARE(Stored("ShowSegmentation"), QStringLiteral("1"));
+    QCOMPARE(Stored("PressReturnTo"), QStringLiteral("1"));
+    MainWindow* main = MainWindow::Instance();
+    QCOMPARE(main->PinyinSystemsPrefValue, std::string("10110"));
+    QCOMPARE(main->UseToneNumbersPrefValue, std::string("0"));
+    QCOMPARE(main->indicateTonesPrefValue, std::string("1"));
+  }
+
+  void returnKeyChoiceRoundTrips() {
+    Store("PinyinSystems", "11111");
+    Store("PressReturnTo", "1");
+    PreferencesWindow* window = Open();
+    quill::test::ClickCheckBox(
+        Control<QRadioButton>(window, "StartLookingUpRadioButton"));
+    QVERIFY(
+        !Control<QRadioButton>(window, "AddANewLineRadioButton")->isChecked());
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    QCOMPARE(Stored("PressReturnTo"), QStringLiteral("0"));
+  }
+
+  void cancelWritesNothing() {
+    Store("PinyinSystems", "11111");
+    MarkMainWindow();
+    const QByteArray before =
+        quill::test::FileBytes(quill::test::PreferencesFile());
+    PreferencesWindow* window = Open();
+    quill::test::ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 1);
+    quill::test::ClickCheckBox(Control<QCheckBox>(window, "IndicateTonesBox"));
+    quill::test::ClickCheckBox(
+        Control<QRadioButton>(window, "AddANewLineRadioButton"));
+    QTest::mouseClick(Control<QPushButton>(window, "CancelButton"),
+                      Qt::LeftButton);
+
+    QVERIFY(PreferencesWindow::Existing() == nullptr);
+    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
+    MainWindow* main = MainWindow::Instance();
+    QCOMPARE(main->PinyinSystemsPrefValue, std::string("mark"));
+    QCOMPARE(main->indicateTonesPrefValue, std::string("mark"));
+
+    // The next opening reads the store again, not the abandoned choices.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    window = Open();
+    QCOMPARE(ListChecks(window), QStringLiteral("11111"));
+    QVERIFY(Control<QCheckBox>(window, "IndicateTonesBox")->isChecked());
+  }
+
+  void escapeCancels() {
+    Store("PinyinSystems", "11111");
+    const QByteArray before =
+        quill::test::FileBytes(quill::test::PreferencesFile());
+    PreferencesWindow* window = Open();
+    quill::test::ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 0);
+    QTest::keyClick(window, Qt::Key_Escape);
+    QVERIFY(PreferencesWindow::Existing() == nullptr);
+    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
+  }
+
+  void oneInstanceAtATime() {
+    Store("PinyinSystems", "11111");
+    PreferencesWindow* first = Open();
+    quill::test::ClickRowCheck(Control<QTreeWidget>(first, "ListBox1"), 0);
+    // Showing it again brings the same dialog, with its unsaved state.
+    PreferencesWindow* second = Open();
+    QCOMPARE(second, first);
+    QCOMPARE(ListChecks(second), QStringLiteral("01111"));
+    int dialogs = 0;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (qobject_cast<PreferencesWindow*>(widget) != nullptr) ++dialogs;
+    }
+    QCOMPARE(dialogs, 1);
+  }
+};
+
+QUILL_DIALOG_TEST_MAIN(PreferencesWindowTest)
+#include "PreferencesWindowTest.moc"

@@ -1,0 +1,145 @@
+#include "windows/AboutWindow.hpp"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPixmap>
+#include <QScreen>
+#include <QShortcut>
+#include <QUrl>
+
+#include "app/TextConstants.hpp"
+
+namespace quill {
+
+namespace {
+
+AboutWindow* instance = nullptr;
+
+// Pixel sizes: the layout was drawn at 72 dpi.
+QFont SizedFont(const QWidget* widget, int pixels, bool bold = false) {
+  QFont font = widget->font();
+  font.setPixelSize(pixels);
+  font.setBold(bold);
+  return font;
+}
+
+QLabel* CentredLabel(QWidget* parent, const char* name, const QString& text,
+                     const QRect& geometry, const QFont& font) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(name);
+  label->setGeometry(geometry);
+  label->setFont(font);
+  label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  return label;
+}
+
+}  // namespace
+
+const char* const AboutWindow::kProductPage = "https://quillmere.example.org/";
+
+AboutWindow* AboutWindow::Instance() {
+  if (instance == nullptr) instance = new AboutWindow();
+  return instance;
+}
+
+AboutWindow* AboutWindow::Existing() { return instance; }
+
+AboutWindow::AboutWindow()
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
+                           Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWindowTitle(QString());
+  setFixedSize(290, 246);
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    move(screen->availableGeometry().center() - rect().center());
+  }
+
+  StaticText1 =
+      CentredLabel(this, "StaticText1", QString::fromStdString(App::kAppName()),
+                   QRect(55, 129, 175, 20), SizedFont(this, 13, true));
+  StaticText2 = CentredLabel(
+      this, "StaticText2",
+      QStringLiteral("Copyright \u00A9 2026 The Quillmere developers.\n"
+                     "Free software; see the licence."),
+      QRect(17, 197, 250, 29), SizedFont(this, 11));
+  StaticText2->setWordWrap(true);
+  // The version is the program's own, not a translatable text.
+  StaticText3 = CentredLabel(this, "StaticText3", QStringLiteral("2.1.1"),
+                             QRect(82, 147, 120, 20), SizedFont(this, 12));
+  StaticText4 = CentredLabel(this, "StaticText4", QString(kProductPage),
+                             QRect(7, 170, 276, 20), SizedFont(this, 11));
+  StaticText4->setWordWrap(true);
+  QPalette linkPalette = StaticText4->palette();
+  linkPalette.setColor(QPalette::WindowText, QColor(0, 37, 182));
+  StaticText4->setPalette(linkPalette);
+  StaticText4->installEventFilter(this);
+
+  Canvas1 = new QLabel(this);
+  Canvas1->setObjectName("Canvas1");
+  Canvas1->setGeometry(92, 17, 100, 100);
+  Canvas1_Open();
+
+  // Close Window closes this window only, not the program.
+  auto* closeShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this);
+  connect(closeShortcut, &QShortcut::activated, this,
+          &AboutWindow::_FileCloseWindow_Action);
+}
+
+AboutWindow::~AboutWindow() {
+  if (instance == this) instance = nullptr;
+}
+
+void AboutWindow::closeEvent(QCloseEvent* event) {
+  QWidget::closeEvent(event);
+  // Gone for the accessor at once; Qt frees it on the next turn of the loop.
+  if (event->isAccepted() && instance == this) instance = nullptr;
+}
+
+// The link is a plain label that acts as one.
+bool AboutWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == StaticText4) {
+    switch (event->type()) {
+      case QEvent::Enter:
+        StaticText4_MouseEnter();
+        break;
+      case QEvent::Leave:
+        StaticText4_MouseExit();
+        break;
+      case QEvent::MouseButtonPress:
+        StaticText4_MouseDown();
+        break;
+      default:
+        break;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void AboutWindow::StaticText4_MouseEnter() {
+  QFont font = StaticText4->font();
+  font.setUnderline(true);
+  StaticText4->setFont(font);
+  StaticText4->setCursor(Qt::PointingHandCursor);
+}
+
+// The pointing hand stays set on the label; it shows only over it anyway.
+void AboutWindow::StaticText4_MouseExit() {
+  QFont font = StaticText4->font();
+  font.setUnderline(false);
+  StaticText4->setFont(font);
+}
+
+void AboutWindow::StaticText4_MouseDown() {
+  QDesktopServices::openUrl(QUrl(QString(kProductPage)));
+}
+
+// The icon's transparency is its mask.
+void AboutWindow::Canvas1_Open() {
+  Canvas1->setPixmap(QPixmap(QStringLiteral(":/pictures/icon100.png")));
+}
+
+void AboutWindow::_FileCloseWindow_Action() { close(); }
+
+}  // namespace quill

@@ -1,0 +1,45 @@
+// The about box: icon, name, version, notice and a link to the product's
+// web page. It has no title and never appears in the Window menu.
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+
+namespace quill {
+
+class AboutWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The implicit instance: made at first use, gone once the window closes.
+  static AboutWindow* Instance();
+  // The instance if there is one, without making it.
+  static AboutWindow* Existing();
+
+  // The product's web page, which the link opens.
+  static const char* const kProductPage;
+
+  ~AboutWindow() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  AboutWindow();
+
+  void StaticText4_MouseEnter();
+  void StaticText4_MouseExit();
+  void StaticText4_MouseDown();
+  void Canvas1_Open();
+  void _FileCloseWindow_Action();
+
+  QLabel* StaticText1;
+  QLabel* StaticText2;
+  QLabel* StaticText3;
+  QLabel* StaticText4;
+  QLabel* Canvas1;
+};
+
+}  // namespace quill

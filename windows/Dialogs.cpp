@@ -1,0 +1,25 @@
+#include "windows/Dialogs.hpp"
+
+#include <QWidget>
+
+#include "windows/AboutWindow.hpp"
+#include "windows/HelpWindow.hpp"
+#include "windows/PreferencesWindow.hpp"
+
+namespace quill {
+
+namespace {
+
+void BringForward(QWidget* window) {
+  window->show();
+  window->raise();
+  window->activateWindow();
+}
+
+}  // namespace
+
+void ShowPreferencesWindow() { BringForward(PreferencesWindow::Instance()); }
+void ShowAboutWindow() { BringForward(AboutWindow::Instance()); }
+void ShowHelpWindow() { BringForward(HelpWindow::Instance()); }
+
+}  // namespace quill

@@ -1,0 +1,86 @@
+#include "windows/HelpWindow.hpp"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QShortcut>
+
+#include "app/TextConstants.hpp"
+
+namespace quill {
+
+namespace {
+
+HelpWindow* instance = nullptr;
+
+}  // namespace
+
+HelpWindow* HelpWindow::Instance() {
+  if (instance == nullptr) instance = new HelpWindow();
+  return instance;
+}
+
+HelpWindow* HelpWindow::Existing() { return instance; }
+
+HelpWindow::HelpWindow()
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
+                           Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                           Qt::WindowMinimizeButtonHint) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWindowTitle(QString::fromStdString(App::kQuillmereHelpText()));
+  setFixedSize(418, 339);
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    move(screen->availableGeometry().center() - rect().center());
+  }
+
+  // The field overhangs the window by a pixel on three sides so that its
+  // border shows only at the bottom.
+  EditField1 = new QPlainTextEdit(this);
+  EditField1->setObjectName("EditField1");
+  EditField1->setGeometry(-1, -1, 420, 339);
+  EditField1->setReadOnly(true);
+  EditField1->setTextInteractionFlags(Qt::TextSelectableByMouse |
+                                      Qt::TextSelectableByKeyboard);
+  EditField1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  EditField1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // The help text separates its lines with carriage returns.
+  QString text = QString::fromStdString(App::kHelpContent());
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  EditField1->setPlainText(text);
+
+  auto* closeShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this);
+  connect(closeShortcut, &QShortcut::activated, this,
+          &HelpWindow::_FileCloseWindow_Action);
+
+  Event_Open();
+}
+
+HelpWindow::~HelpWindow() {
+  if (instance == this) instance = nullptr;
+}
+
+void HelpWindow::closeEvent(QCloseEvent* event) {
+  QWidget::closeEvent(event);
+  // Gone for the accessor at once; Qt frees it on the next turn of the loop.
+  if (event->isAccepted() && instance == this) instance = nullptr;
+}
+
+// The field is locked to all four sides of the window.
+void HelpWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  EditField1->setGeometry(-1, -1, width() + 2, height());
+}
+
+void HelpWindow::Event_Open() {
+  // TODO(lead): WindowMenuManager::Add(this);
+}
+
+void HelpWindow::_FileCloseWindow_Action() { close(); }
+
+void HelpWindow::_WindowBringAllToFront_Action() {
+  // WindowMenuManager::BringAllToFront();
+}
+
+}  // namespace quill

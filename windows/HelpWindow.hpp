@@ -1,0 +1,36 @@
+// The help window: the one help text, to read, select and copy. It is
+// listed in the Window menu while it is open.
+#pragma once
+
+#include <QWidget>
+
+class QPlainTextEdit;
+
+namespace quill {
+
+class HelpWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The implicit instance: made at first use, gone once the window closes.
+  static HelpWindow* Instance();
+  // The instance if there is one, without making it.
+  static HelpWindow* Existing();
+
+  ~HelpWindow() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  HelpWindow();
+
+  void Event_Open();
+  void _FileCloseWindow_Action();
+  void _WindowBringAllToFront_Action();
+
+  QPlainTextEdit* EditField1;
+};
+
+}  // namespace quill

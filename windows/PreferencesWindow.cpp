@@ -1,0 +1,290 @@
+#include "windows/PreferencesWindow.hpp"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeWidget>
+#include <string>
+
+#include "app/App.hpp"
+#include "app/TextConstants.hpp"
+#include "text/TextOps.hpp"
+#include "windows/MainWindow.hpp"
+
+namespace quill {
+
+namespace {
+
+PreferencesWindow* instance = nullptr;
+
+constexpr int kSystemCount = 5;
+
+// Sizes are given in pixels, as the layout was drawn at 72 dpi: a point
+// size would grow the notes out of their boxes on a 96 dpi screen.
+QFont SizedFont(const QWidget* widget, int pixels) {
+  QFont font = widget->font();
+  font.setPixelSize(pixels);
+  return font;
+}
+
+QString Q(const std::string& text) { return QString::fromStdString(text); }
+
+std::string Read(const std::string& key) {
+  return App::Instance()->ReadPreferences(key);
+}
+
+void Write(const std::string& key, const std::string& value) {
+  App::Instance()->WritePreferences(key, value);
+}
+
+// The version selector of the system the dialog was designed on. This
+// platform has none, so the question always fails and no version test
+// refuses anything.
+bool GestaltSystemVersion(long& version) {
+  version = 0;
+  return false;
+}
+
+constexpr long kLeopardVersion = 4176;  // 0x1050, for 10.5.0
+
+void MsgBox(QWidget* parent, const std::string& text) {
+  QMessageBox box(QMessageBox::NoIcon, QString(), Q(text), QMessageBox::Ok,
+                  parent);
+  box.exec();
+}
+
+}  // namespace
+
+PreferencesWindow* PreferencesWindow::Instance() {
+  if (instance == nullptr) instance = new PreferencesWindow();
+  return instance;
+}
+
+PreferencesWindow* PreferencesWindow::Existing() { return instance; }
+
+PreferencesWindow::PreferencesWindow()
+    : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint |
+                           Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setWindowModality(Qt::ApplicationModal);
+  setWindowTitle(Q(App::kQuillmerePreferencesText()));
+  setFixedSize(300, 409);
+  // A closed dialog is gone for the accessor at once, even though Qt frees
+  // it only on the next turn of the event loop.
+  connect(this, &QDialog::finished, this, [this] {
+    if (instance == this) instance = nullptr;
+  });
+
+  ListBox1 = new QTreeWidget(this);
+  ListBox1->setObjectName("ListBox1");
+  ListBox1->setGeometry(20, 14, 260, 134);
+  ListBox1->setFont(SizedFont(this, 12));
+
+  OKButton = new QPushButton(Q(App::kOKText()), this);
+  OKButton->setObjectName("OKButton");
+  OKButton->setGeometry(200, 369, 80, 20);
+  OKButton->setDefault(true);
+
+  CancelButton = new QPushButton(Q(App::kCancelText()), this);
+  CancelButton->setObjectName("CancelButton");
+  CancelButton->setGeometry(110, 369, 80, 20);
+  CancelButton->setAutoDefault(false);
+
+  UseToneNumbersCheckbox = new QCheckBox(Q(App::kUseNumbersText()), this);
+  UseToneNumbersCheckbox->setObjectName("UseToneNumbersCheckbox");
+  UseToneNumbersCheckbox->setGeometry(40, 183, 260, 20);
+
+  IndicateTonesBox = new QCheckBox(Q(App::kIndicateTonesText()), this);
+  IndicateTonesBox->setObjectName("IndicateTonesBox");
+  IndicateTonesBox->setGeometry(20, 160, 260, 20);
+  IndicateTonesBox->setChecked(true);
+
+  ShowMultipleReadingsBox =
+      new QCheckBox(Q(App::kShowMultipleReadingsText()), this);
+  ShowMultipleReadingsBox->setObjectName("ShowMultipleReadingsBox");
+  ShowMultipleReadingsBox->setGeometry(20, 207, 260, 20);
+  ShowMultipleReadingsBox->setChecked(true);
+
+  StaticText1 = new QLabel(Q(App::kShowMultipleReadingsNoteText()), this);
+  StaticText1->setObjectName("StaticText1");
+  StaticText1->setGeometry(41, 228, 239, 38);
+  StaticText1->setFont(SizedFont(this, 10));
+  StaticText1->setWordWrap(true);
+  StaticText1->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+  ShowSegmentationBox = new QCheckBox(Q(App::kSegmentIntoWords()), this);
+  ShowSegmentationBox->setObjectName("ShowSegmentationBox");
+  ShowSegmentationBox->setGeometry(20, 271, 260, 20);
+  ShowSegmentationBox->setChecked(true);
+
+  StaticText2 = new QLabel(Q(App::kLeopardIsRequired()), this);
+  StaticText2->setObjectName("StaticText2");
+  StaticText2->setGeometry(40, 288, 243, 20);
+  StaticText2->setFont(SizedFont(this, 10));
+
+  PressReturnToText = new QLabel(Q(App::kPressReturnToText()), this);
+  PressReturnToText->setObjectName("PressReturnToText");
+  PressReturnToText->setGeometry(20, 311, 168, 20);
+
+  StartLookingUpRadioButton = new QRadioButton(Q(App::kStartLookingUp()), this);
+  StartLookingUpRadioButton->setObjectName("StartLookingUpRadioButton");
+  StartLookingUpRadioButton->setGeometry(125, 311, 128, 20);
+  StartLookingUpRadioButton->setChecked(true);
+
+  AddANewLineRadioButton = new QRadioButton(Q(App::kAddANewLine()), this);
+  AddANewLineRadioButton->setObjectName("AddANewLineRadioButton");
+  AddANewLineRadioButton->setGeometry(125, 332, 120, 20);
+
+  connect(IndicateTonesBox, &QCheckBox::clicked, this,
+          &PreferencesWindow::IndicateTonesBox_Action);
+  connect(ShowSegmentationBox, &QCheckBox::clicked, this,
+          &PreferencesWindow::ShowSegmentationBox_Action);
+  connect(OKButton, &QPushButton::clicked, this,
+          &PreferencesWindow::OKButton_Action);
+  connect(CancelButton, &QPushButton::clicked, this,
+          &PreferencesWindow::CancelButton_Action);
+
+  // The controls open in the order they were made, the window after them.
+  ListBox1_Open();
+  UseToneNumbersCheckbox_Open();
+  IndicateTonesBox_Open();
+  ShowMultipleReadingsBox_Open();
+  ShowSegmentationBox_Open();
+  Event_Open();
+}
+
+PreferencesWindow::~PreferencesWindow() {
+  if (instance == this) instance = nullptr;
+}
+
+void PreferencesWindow::ListBox1_Open() {
+  const QString heading =
+      Q(App::kOnText() + "\t" + App::kPinyinSystemText() + "\t");
+  QStringList labels = heading.split('\t');
+  labels.removeLast();  // the heading ends in a tab
+  ListBox1->setColumnCount(2);
+  ListBox1->setHeaderLabels(labels);
+  ListBox1->setRootIsDecorated(false);
+  ListBox1->setUniformRowHeights(true);
+  ListBox1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  ListBox1->header()->setStretchLastSection(false);
+  ListBox1->header()->setSectionsMovable(false);
+  // Widths "15%,95%" of the list, as designed: the second column runs past
+  // the edge rather than squeezing the names.
+  ListBox1->setColumnWidth(0, 260 * 15 / 100);
+  ListBox1->setColumnWidth(1, 260 * 95 / 100);
+  ListBox1->headerItem()->setTextAlignment(0, Qt::AlignCenter);
+
+  const int rowHeight = ListBox1->font().pixelSize() + 6;
+  const std::string names[kSystemCount] = {
+      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
+      App::kWadeGilesText(), App::kTongyongPinyinText()};
+  for (const std::string& name : names) {
+    auto* row = new QTreeWidgetItem(ListBox1);
+    row->setText(1, Q(name));
+    row->setCheckState(0, Qt::Unchecked);
+    row->setTextAlignment(0, Qt::AlignCenter);
+    row->setSizeHint(0, QSize(0, rowHeight));
+  }
+  ListBox1->topLevelItem(kSystemCount - 1)->setCheckState(0, Qt::Checked);
+
+  const std::string systems = Read("PinyinSystems");
+  // Only reachable before start-up has written its default: the last row
+  // alone stays on.
+  if (systems.empty()) return;
+  for (int position = 1; position <= kSystemCount; ++position) {
+    const bool on = MidB(systems, position, 1) != "0";
+    ListBox1->topLevelItem(position - 1)
+        ->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+void PreferencesWindow::UseToneNumbersCheckbox_Open() {
+  if (Read("UseToneNumbers") == "1") UseToneNumbersCheckbox->setChecked(true);
+}
+
+void PreferencesWindow::IndicateTonesBox_Open() {
+  IndicateTonesBox->setChecked(Read("IndicateTones") != "0");
+  UseToneNumbersCheckbox->setEnabled(IndicateTonesBox->isChecked());
+}
+
+// Tone numbers only mean something while tones are shown. The greyed box
+// keeps its value, and OK saves it all the same.
+void PreferencesWindow::IndicateTonesBox_Action() {
+  UseToneNumbersCheckbox->setEnabled(IndicateTonesBox->isChecked());
+}
+
+void PreferencesWindow::ShowMultipleReadingsBox_Open() {
+  ShowMultipleReadingsBox->setChecked(Read("ShowMultipleReadings") != "0");
+}
+
+void PreferencesWindow::ShowSegmentationBox_Open() {
+  if (Read("ShowSegmentation") != "1") {
+    ShowSegmentationBox->setChecked(false);
+    return;
+  }
+  // On a system too old for segmentation the box still opens checked; the
+  // look-up refuses the segmentation itself.
+  long version = 0;
+  if (ShowSegmentationBox->isChecked() && GestaltSystemVersion(version) &&
+      version >= kLeopardVersion) {
+    ShowSegmentationBox->setChecked(true);
+  }
+}
+
+void PreferencesWindow::ShowSegmentationBox_Action() {
+  long version = 0;
+  if (ShowSegmentationBox->isChecked() && GestaltSystemVersion(version) &&
+      version < kLeopardVersion) {
+    MsgBox(this, "This feature requires Mac OS X 10.5 Leopard.");
+    ShowSegmentationBox->setChecked(false);
+  }
+}
+
+void PreferencesWindow::Event_Open() {
+  const bool newLine = Read("PressReturnTo") == "1";
+  StartLookingUpRadioButton->setChecked(!newLine);
+  AddANewLineRadioButton->setChecked(newLine);
+}
+
+void PreferencesWindow::OKButton_Action() {
+  std::string systems;
+  for (int row = 0; row < kSystemCount; ++row) {
+    systems +=
+        ListBox1->topLevelItem(row)->checkState(0) == Qt::Checked ? "1" : "0";
+  }
+  if (InStrB(0, systems, "1") == 0) {
+    MsgBox(this, App::kPleaseSelectOnePinyinText());
+    return;
+  }
+
+  Write("PinyinSystems", systems);
+  MainWindow::Instance()->PinyinSystemsPrefValue = systems;
+
+  const std::string toneNumbers =
+      UseToneNumbersCheckbox->isChecked() ? "1" : "0";
+  Write("UseToneNumbers", toneNumbers);
+  MainWindow::Instance()->UseToneNumbersPrefValue = toneNumbers;
+
+  const std::string indicateTones = IndicateTonesBox->isChecked() ? "1" : "0";
+  Write("IndicateTones", indicateTones);
+  MainWindow::Instance()->indicateTonesPrefValue = indicateTones;
+
+  // LookUp and Export read these two at each run, so no mirror is set.
+  Write("ShowMultipleReadings",
+        ShowMultipleReadingsBox->isChecked() ? "1" : "0");
+  Write("ShowSegmentation", ShowSegmentationBox->isChecked() ? "1" : "0");
+
+  Write("PressReturnTo", AddANewLineRadioButton->isChecked() ? "1" : "0");
+
+  // The result field shows the new settings at once.
+  MainWindow::Instance()->LookUp();
+  close();
+}
+
+void PreferencesWindow::CancelButton_Action() { close(); }
+
+}  // namespace quill
