@@ -1,5 +1,6 @@
 #include "windows/AboutWindow.hpp"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QGuiApplication>
@@ -9,7 +10,9 @@
 #include <QShortcut>
 #include <QUrl>
 
-#include "app/TextConstants.hpp"
+#include "app/App.hpp"
+#include "windows/MenuBar1.hpp"
+#include "windows/Pictures.hpp"
 
 namespace quill {
 
@@ -36,8 +39,6 @@ QLabel* CentredLabel(QWidget* parent, const char* name, const QString& text,
 }
 
 }  // namespace
-
-const char* const AboutWindow::kProductPage = "https://quillmere.example.org/";
 
 AboutWindow* AboutWindow::Instance() {
   if (instance == nullptr) instance = new AboutWindow();
@@ -68,8 +69,9 @@ AboutWindow::AboutWindow()
   // The version is the program's own, not a translatable text.
   StaticText3 = CentredLabel(this, "StaticText3", QStringLiteral("2.1.1"),
                              QRect(82, 147, 120, 20), SizedFont(this, 12));
-  StaticText4 = CentredLabel(this, "StaticText4", QString(kProductPage),
-                             QRect(7, 170, 276, 20), SizedFont(this, 11));
+  StaticText4 =
+      CentredLabel(this, "StaticText4", QuillmereApp::WebsiteAddress(),
+                   QRect(7, 170, 276, 20), SizedFont(this, 11));
   StaticText4->setWordWrap(true);
   QPalette linkPalette = StaticText4->palette();
   linkPalette.setColor(QPalette::WindowText, QColor(0, 37, 182));
@@ -132,14 +134,21 @@ void AboutWindow::StaticText4_MouseExit() {
 }
 
 void AboutWindow::StaticText4_MouseDown() {
-  QDesktopServices::openUrl(QUrl(QString(kProductPage)));
+  QDesktopServices::openUrl(QUrl(QuillmereApp::WebsiteAddress()));
 }
 
 // The icon's transparency is its mask.
-void AboutWindow::Canvas1_Open() {
-  Canvas1->setPixmap(QPixmap(QStringLiteral(":/pictures/icon100.png")));
+void AboutWindow::Canvas1_Open() { Canvas1->setPixmap(icon100()); }
+
+void AboutWindow::Event_EnableMenuItems() {
+  if (QAction* item = MenuItem(QStringLiteral("FileCloseWindow"))) {
+    item->setEnabled(true);
+  }
 }
 
-void AboutWindow::_FileCloseWindow_Action() { close(); }
+bool AboutWindow::_FileCloseWindow_Action() {
+  close();
+  return true;
+}
 
 }  // namespace quill

@@ -17,10 +17,11 @@ class AboutWindow : public QWidget {
   // The instance if there is one, without making it.
   static AboutWindow* Existing();
 
-  // The product's web page, which the link opens.
-  static const char* const kProductPage;
-
   ~AboutWindow() override;
+
+  // What the menus ask of the window while it is in front.
+  Q_INVOKABLE void Event_EnableMenuItems();
+  Q_INVOKABLE bool _FileCloseWindow_Action();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -33,7 +34,6 @@ class AboutWindow : public QWidget {
   void StaticText4_MouseExit();
   void StaticText4_MouseDown();
   void Canvas1_Open();
-  void _FileCloseWindow_Action();
 
   QLabel* StaticText1;
   QLabel* StaticText2;

@@ -1,12 +1,16 @@
 #include "windows/HelpWindow.hpp"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QShortcut>
+#include <utility>
 
 #include "app/TextConstants.hpp"
+#include "windows/MenuBar1.hpp"
+#include "windows/WindowMenuManager.hpp"
 
 namespace quill {
 
@@ -73,14 +77,29 @@ void HelpWindow::resizeEvent(QResizeEvent* event) {
   EditField1->setGeometry(-1, -1, width() + 2, height());
 }
 
-void HelpWindow::Event_Open() {
-  // TODO(lead): WindowMenuManager::Add(this);
+void HelpWindow::Event_Open() { WindowMenuManager::Add(this); }
+
+// The window's own minimise button stays; only the menu item is off.
+void HelpWindow::Event_EnableMenuItems() {
+  const std::pair<const char*, bool> items[] = {{"FileCloseWindow", true},
+                                                {"WindowBringAllToFront", true},
+                                                {"WindowMinimize", false},
+                                                {"WindowZoom", false}};
+  for (const auto& [name, enabled] : items) {
+    if (QAction* item = MenuItem(QString::fromLatin1(name))) {
+      item->setEnabled(enabled);
+    }
+  }
 }
 
-void HelpWindow::_FileCloseWindow_Action() { close(); }
+bool HelpWindow::_FileCloseWindow_Action() {
+  close();
+  return true;
+}
 
-void HelpWindow::_WindowBringAllToFront_Action() {
-  // WindowMenuManager::BringAllToFront();
+bool HelpWindow::_WindowBringAllToFront_Action() {
+  WindowMenuManager::BringAllToFront();
+  return true;
 }
 
 }  // namespace quill

@@ -19,6 +19,11 @@ class HelpWindow : public QWidget {
 
   ~HelpWindow() override;
 
+  // What the menus ask of the window while it is in front.
+  Q_INVOKABLE void Event_EnableMenuItems();
+  Q_INVOKABLE bool _FileCloseWindow_Action();
+  Q_INVOKABLE bool _WindowBringAllToFront_Action();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -27,8 +32,6 @@ class HelpWindow : public QWidget {
   HelpWindow();
 
   void Event_Open();
-  void _FileCloseWindow_Action();
-  void _WindowBringAllToFront_Action();
 
   QPlainTextEdit* EditField1;
 };

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
@@ -13,6 +12,7 @@
 #include "app/TextConstants.hpp"
 #include "text/TextOps.hpp"
 #include "windows/MainWindow.hpp"
+#include "windows/MsgBox.hpp"
 
 namespace quill {
 
@@ -49,12 +49,6 @@ bool GestaltSystemVersion(long& version) {
 }
 
 constexpr long kLeopardVersion = 4176;  // 0x1050, for 10.5.0
-
-void MsgBox(QWidget* parent, const std::string& text) {
-  QMessageBox box(QMessageBox::NoIcon, QString(), Q(text), QMessageBox::Ok,
-                  parent);
-  box.exec();
-}
 
 }  // namespace
 
@@ -239,7 +233,8 @@ void PreferencesWindow::ShowSegmentationBox_Action() {
   long version = 0;
   if (ShowSegmentationBox->isChecked() && GestaltSystemVersion(version) &&
       version < kLeopardVersion) {
-    MsgBox(this, "This feature requires Mac OS X 10.5 Leopard.");
+    MsgBox(this,
+           QStringLiteral("This feature requires Mac OS X 10.5 Leopard."));
     ShowSegmentationBox->setChecked(false);
   }
 }
@@ -257,7 +252,7 @@ void PreferencesWindow::OKButton_Action() {
         ListBox1->topLevelItem(row)->checkState(0) == Qt::Checked ? "1" : "0";
   }
   if (InStrB(0, systems, "1") == 0) {
-    MsgBox(this, App::kPleaseSelectOnePinyinText());
+    MsgBox(this, Q(App::kPleaseSelectOnePinyinText()));
     return;
   }
 

@@ -3,6 +3,7 @@
 
 Plain shapes only, antialiased by drawing each pixel as 4x4 samples. Run it
 in this folder; the PNG files it writes are kept in the repository.
+The application icon, icon100.png, is rendered from ../icon.svg instead.
 """
 import math
 import struct
@@ -128,24 +129,6 @@ def mode_button(kind, on, width):
     return shade
 
 
-def icon(x, y):
-    """The application's picture, 100 by 100: a rounded tile with a quill."""
-    r = 18
-    cx = min(max(x, r), 100 - r)
-    cy = min(max(y, r), 100 - r)
-    if math.hypot(x - cx, y - cy) > r - 2:
-        return None
-    color = mix((0.80, 0.22, 0.20), (0.55, 0.10, 0.12), y / 100)
-    # The quill: a slanted leaf shape from the upper right to the lower left.
-    u = (x - 50) * 0.7071 - (y - 50) * 0.7071
-    v = (x - 50) * 0.7071 + (y - 50) * 0.7071
-    if abs(u) < 34 and abs(v) < 9 * (1 - (u / 34) ** 2):
-        return (0.98, 0.95, 0.86, 1.0)
-    if abs(v) < 1.2 and -42 < u < 34:
-        return (0.98, 0.95, 0.86, 1.0)
-    return color + (1.0,)
-
-
 if __name__ == "__main__":
     render("lookupbutton.png", 30, 30, lookup_button(False))
     render("lookupbutton_on.png", 30, 30, lookup_button(True))
@@ -154,4 +137,3 @@ if __name__ == "__main__":
     render("dictmode_on.png", 18, 18, mode_button("dict", True, 18))
     render("convertermode.png", 19, 18, mode_button("conv", False, 19))
     render("convertermode_on.png", 19, 18, mode_button("conv", True, 19))
-    render("icon100.png", 100, 100, icon)

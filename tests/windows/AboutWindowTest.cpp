@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <QUrl>
 
-#include "tests/windows/DialogsTestSupport.hpp"
+#include "WindowTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
@@ -56,10 +56,10 @@ class AboutWindowTest : public QObject {
     QVERIFY(name->font().bold());
     QCOMPARE(window->findChild<QLabel*>(QStringLiteral("StaticText3"))->text(),
              QStringLiteral("2.1.1"));
-    QCOMPARE(Link(window)->text(), QString(AboutWindow::kProductPage));
+    QCOMPARE(Link(window)->text(), quill::QuillmereApp::WebsiteAddress());
     const QPixmap icon =
         window->findChild<QLabel*>(QStringLiteral("Canvas1"))->pixmap();
-    QCOMPARE(icon.size(), QSize(100, 100));
+    QCOMPARE(icon.deviceIndependentSize(), QSizeF(100, 100));
   }
 
   void oneInstanceAtATime() {
@@ -105,7 +105,8 @@ class AboutWindowTest : public QObject {
     QDesktopServices::setUrlHandler(QStringLiteral("https"), &browser, "Open");
     AboutWindow* window = Open();
     QTest::mousePress(Link(window), Qt::LeftButton);
-    QCOMPARE(browser.opened, QList<QUrl>{QUrl(AboutWindow::kProductPage)});
+    QCOMPARE(browser.opened,
+             QList<QUrl>{QUrl(quill::QuillmereApp::WebsiteAddress())});
     QTest::mouseRelease(Link(window), Qt::LeftButton);
     QCOMPARE(browser.opened.size(), 1);
     // A click anywhere else opens nothing.
@@ -127,5 +128,5 @@ class AboutWindowTest : public QObject {
   }
 };
 
-QUILL_DIALOG_TEST_MAIN(AboutWindowTest)
+QUILLMERE_TEST_MAIN(AboutWindowTest)
 #include "AboutWindowTest.moc"

@@ -1,69 +1,28 @@
-// What the dialog tests share: a main that keeps the real preferences out of
-// reach, a catcher for message boxes, and clicks on the parts of controls
-// that react to them.
+// What the dialog tests share besides WindowTestSupport.hpp: clicks on the
+// parts of controls that react to them, and the preferences file's bytes.
 #pragma once
 
-#include <QApplication>
-#include <QCheckBox>
+#include <QAbstractButton>
 #include <QFile>
-#include <QMessageBox>
 #include <QStyleOptionViewItem>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
+#include <string>
 
-#include "app/App.hpp"
-#include "platform/Platform.hpp"
+namespace quill::testing {
 
-namespace quill::test {
-
-// The preferences file the program works with during the test.
-inline QString PreferencesFile() {
-  return QString::fromStdString(PreferencesFolder()) +
-         QStringLiteral("/Quillmere Preferences");
-}
-
-inline QByteArray FileBytes(const QString& path) {
-  QFile file(path);
+inline QByteArray FileBytes(const std::string& path) {
+  QFile file(QString::fromStdString(path));
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Answers the next message box that comes up, keeping its text. A modal box
-// runs its own event loop, so the answer has to come from inside that loop.
-class MessageCatcher : public QObject {
- public:
-  void Arm() {
-    armed_ = true;
-    QTimer::singleShot(0, this, &MessageCatcher::Poll);
-  }
-  void Disarm() { armed_ = false; }
-  const QStringList& texts() const { return texts_; }
-
- private:
-  void Poll() {
-    if (!armed_) return;
-    if (auto* box =
-            qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-      texts_ << box->text();
-      armed_ = false;
-      box->accept();
-      return;
-    }
-    QTimer::singleShot(0, this, &MessageCatcher::Poll);
-  }
-
-  bool armed_ = false;
-  QStringList texts_;
-};
-
-// A click where a check box reacts, on its indicator.
-inline void ClickCheckBox(QAbstractButton* box) {
-  QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier,
-                    QPoint(6, box->height() / 2));
+// A click where a check box or radio button reacts: on its indicator.
+inline void ClickIndicator(QAbstractButton* button) {
+  QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier,
+                    QPoint(6, button->height() / 2));
 }
 
-// A click on the check indicator of a row's first column.
+// A click on the check box in the first column of a list row.
 inline void ClickRowCheck(QTreeWidget* list, int row) {
   QStyleOptionViewItem option;
   option.initFrom(list->viewport());
@@ -75,18 +34,4 @@ inline void ClickRowCheck(QTreeWidget* list, int row) {
                     check.center());
 }
 
-}  // namespace quill::test
-
-// Runs a test class inside the application object, with the preferences
-// folder in a temporary place so that a user's own settings are never read
-// or changed.
-#define QUILL_DIALOG_TEST_MAIN(TestClass)                    \
-  int main(int argc, char** argv) {                          \
-    qputenv("QT_QPA_PLATFORM", "offscreen");                 \
-    QTemporaryDir config;                                    \
-    if (!config.isValid()) return 2;                         \
-    qputenv("XDG_CONFIG_HOME", config.path().toLocal8Bit()); \
-    quill::App app(argc, argv);                              \
-    TestClass test;                                          \
-    return QTest::qExec(&test, argc, argv);                  \
-  }
+}  // namespace quill::testing

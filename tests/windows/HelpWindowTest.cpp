@@ -5,8 +5,8 @@
 #include <QPointer>
 #include <QTextBlock>
 
+#include "WindowTestSupport.hpp"
 #include "app/TextConstants.hpp"
-#include "tests/windows/DialogsTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
@@ -100,5 +100,5 @@ class HelpWindowTest : public QObject {
   }
 };
 
-QUILL_DIALOG_TEST_MAIN(HelpWindowTest)
+QUILLMERE_TEST_MAIN(HelpWindowTest)
 #include "HelpWindowTest.moc"

@@ -1,19 +1,20 @@
 // The preferences dialog against a real store in a temporary folder: what it
 // shows when it opens, what OK writes and refreshes, and what it refuses.
 #include <QCheckBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
 
-#include "tests/windows/DialogsTestSupport.hpp"
+#include "DialogsTestSupport.hpp"
+#include "WindowTestSupport.hpp"
 #include "windows/Dialogs.hpp"
-#include "windows/MainWindow.hpp"
+#include "windows/MsgBox.hpp"
 #include "windows/PreferencesWindow.hpp"
 
-using quill::App;
-using quill::MainWindow;
-using quill::PreferencesWindow;
+using namespace quill;
+using namespace quill::testing;
 
 class PreferencesWindowTest : public QObject {
   Q_OBJECT
@@ -42,30 +43,43 @@ class PreferencesWindowTest : public QObject {
     return checks;
   }
 
-  static void Store(const char* key, const QString& value) {
-    App::Instance()->WritePreferences(key, value.toStdString());
+  void Store(const char* key, const QString& value) {
+    prefs_->Write(key, value.toStdString());
   }
-  static QString Stored(const char* key) {
-    return QString::fromStdString(App::Instance()->ReadPreferences(key));
+  QString Stored(const char* key) {
+    return QString::fromStdString(prefs_->Read(key));
   }
+  QByteArray FileNow() { return FileBytes(prefs_->FilePath()); }
 
   // Sets the MainWindow mirrors to values no dialog writes, so that a test
   // sees which of them the dialog touched.
   static void MarkMainWindow() {
-    MainWindow* main = MainWindow::Instance();
+    MainWindow* main = MainWindow::Existing();
     main->PinyinSystemsPrefValue = "mark";
     main->UseToneNumbersPrefValue = "mark";
     main->indicateTonesPrefValue = "mark";
   }
 
  private slots:
-  void init() { QFile::remove(quill::test::PreferencesFile()); }
+  // Each test starts the program anew on a preferences folder of its own,
+  // then takes the file away for the test to fill.
+  void init() {
+    prefs_ = std::make_unique<PreferencesFolder>();
+    messages_.clear();
+    SetMsgBoxHandler([this](const QString& text) { messages_ << text; });
+    main_ = StartMainWindow();
+    main_->SetDataFiles(SmallTable(tableFolder_));
+    QFile::remove(QString::fromStdString(prefs_->FilePath()));
+  }
 
   void cleanup() {
     if (PreferencesWindow* window = PreferencesWindow::Existing())
       window->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(PreferencesWindow::Existing() == nullptr);
+    CloseMainWindow();
+    SetMsgBoxHandler({});
+    prefs_.reset();
   }
 
   void listsSystemsInKeyOrder() {
@@ -155,29 +169,24 @@ class PreferencesWindowTest : public QObject {
   void noSystemRefusesOk() {
     Store("PinyinSystems", "11111");
     MarkMainWindow();
-    const QByteArray before =
-        quill::test::FileBytes(quill::test::PreferencesFile());
+    const QByteArray before = FileNow();
     PreferencesWindow* window = Open();
     auto* list = Control<QTreeWidget>(window, "ListBox1");
-    for (int row = 0; row < 5; ++row) quill::test::ClickRowCheck(list, row);
+    for (int row = 0; row < 5; ++row) ClickRowCheck(list, row);
     QCOMPARE(ListChecks(window), QStringLiteral("00000"));
 
-    quill::test::MessageCatcher catcher;
-    catcher.Arm();
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
-    catcher.Disarm();
 
-    QCOMPARE(catcher.texts(),
+    QCOMPARE(messages_,
              QStringList{"Please select at least one pinyin system."});
-    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
-    QCOMPARE(MainWindow::Instance()->PinyinSystemsPrefValue,
-             std::string("mark"));
+    QCOMPARE(FileNow(), before);
+    QCOMPARE(main_->PinyinSystemsPrefValue, std::string("mark"));
     QCOMPARE(PreferencesWindow::Existing(), window);
     QVERIFY(window->isVisible());
     QCOMPARE(ListChecks(window), QStringLiteral("00000"));
 
     // Once a system is on again the same dialog takes the OK.
-    quill::test::ClickRowCheck(list, 3);
+    ClickRowCheck(list, 3);
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
     QCOMPARE(Stored("PinyinSystems"), QStringLiteral("00010"));
   }
@@ -198,14 +207,12 @@ class PreferencesWindowTest : public QObject {
     QPointer<PreferencesWindow> window = Open();
     auto* list = Control<QTreeWidget>(window, "ListBox1");
     for (int other = 0; other < 5; ++other) {
-      if (other != row) quill::test::ClickRowCheck(list, other);
+      if (other != row) ClickRowCheck(list, other);
     }
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
 
     QCOMPARE(Stored("PinyinSystems"), expected);
-    QCOMPARE(
-        QString::fromStdString(MainWindow::Instance()->PinyinSystemsPrefValue),
-        expected);
+    QCOMPARE(QString::fromStdString(main_->PinyinSystemsPrefValue), expected);
     QVERIFY(PreferencesWindow::Existing() == nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(window.isNull());
@@ -218,21 +225,21 @@ class PreferencesWindowTest : public QObject {
     auto* tones = Control<QCheckBox>(window, "IndicateTonesBox");
     auto* numbers = Control<QCheckBox>(window, "UseToneNumbersCheckbox");
     QVERIFY(numbers->isEnabled());
-    quill::test::ClickCheckBox(numbers);
+    ClickIndicator(numbers);
     QVERIFY(numbers->isChecked());
-    quill::test::ClickCheckBox(tones);
+    ClickIndicator(tones);
     QVERIFY(!tones->isChecked());
     QVERIFY(!numbers->isEnabled());
     QVERIFY(numbers->isChecked());
     // A click on the greyed box does nothing.
-    quill::test::ClickCheckBox(numbers);
+    ClickIndicator(numbers);
     QVERIFY(numbers->isChecked());
 
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
     QCOMPARE(Stored("UseToneNumbers"), QStringLiteral("1"));
     QCOMPARE(Stored("IndicateTones"), QStringLiteral("0"));
-    QCOMPARE(MainWindow::Instance()->UseToneNumbersPrefValue, std::string("1"));
-    QCOMPARE(MainWindow::Instance()->indicateTonesPrefValue, std::string("0"));
+    QCOMPARE(main_->UseToneNumbersPrefValue, std::string("1"));
+    QCOMPARE(main_->indicateTonesPrefValue, std::string("0"));
   }
 
   void okWritesEveryKey() {
@@ -240,12 +247,9 @@ class PreferencesWindowTest : public QObject {
     Store("ShowSegmentation", "yes");
     MarkMainWindow();
     PreferencesWindow* window = Open();
-    quill::test::ClickCheckBox(
-        Control<QCheckBox>(window, "ShowMultipleReadingsBox"));
-    quill::test::ClickCheckBox(
-        Control<QCheckBox>(window, "ShowSegmentationBox"));
-    quill::test::ClickCheckBox(
-        Control<QRadioButton>(window, "AddANewLineRadioButton"));
+    ClickIndicator(Control<QCheckBox>(window, "ShowMultipleReadingsBox"));
+    ClickIndicator(Control<QCheckBox>(window, "ShowSegmentationBox"));
+    ClickIndicator(Control<QRadioButton>(window, "AddANewLineRadioButton"));
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
 
     QCOMPARE(Stored("PinyinSystems"), QStringLiteral("10110"));
@@ -254,7 +258,7 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(Stored("ShowMultipleReadings"), QStringLiteral("0"));
     QCOMPARE(Stored("ShowSegmentation"), QStringLiteral("1"));
     QCOMPARE(Stored("PressReturnTo"), QStringLiteral("1"));
-    MainWindow* main = MainWindow::Instance();
+    MainWindow* main = main_;
     QCOMPARE(main->PinyinSystemsPrefValue, std::string("10110"));
     QCOMPARE(main->UseToneNumbersPrefValue, std::string("0"));
     QCOMPARE(main->indicateTonesPrefValue, std::string("1"));
@@ -264,8 +268,7 @@ class PreferencesWindowTest : public QObject {
     Store("PinyinSystems", "11111");
     Store("PressReturnTo", "1");
     PreferencesWindow* window = Open();
-    quill::test::ClickCheckBox(
-        Control<QRadioButton>(window, "StartLookingUpRadioButton"));
+    ClickIndicator(Control<QRadioButton>(window, "StartLookingUpRadioButton"));
     QVERIFY(
         !Control<QRadioButton>(window, "AddANewLineRadioButton")->isChecked());
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
@@ -275,19 +278,17 @@ class PreferencesWindowTest : public QObject {
   void cancelWritesNothing() {
     Store("PinyinSystems", "11111");
     MarkMainWindow();
-    const QByteArray before =
-        quill::test::FileBytes(quill::test::PreferencesFile());
+    const QByteArray before = FileNow();
     PreferencesWindow* window = Open();
-    quill::test::ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 1);
-    quill::test::ClickCheckBox(Control<QCheckBox>(window, "IndicateTonesBox"));
-    quill::test::ClickCheckBox(
-        Control<QRadioButton>(window, "AddANewLineRadioButton"));
+    ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 1);
+    ClickIndicator(Control<QCheckBox>(window, "IndicateTonesBox"));
+    ClickIndicator(Control<QRadioButton>(window, "AddANewLineRadioButton"));
     QTest::mouseClick(Control<QPushButton>(window, "CancelButton"),
                       Qt::LeftButton);
 
     QVERIFY(PreferencesWindow::Existing() == nullptr);
-    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
-    MainWindow* main = MainWindow::Instance();
+    QCOMPARE(FileNow(), before);
+    MainWindow* main = main_;
     QCOMPARE(main->PinyinSystemsPrefValue, std::string("mark"));
     QCOMPARE(main->indicateTonesPrefValue, std::string("mark"));
 
@@ -300,19 +301,18 @@ class PreferencesWindowTest : public QObject {
 
   void escapeCancels() {
     Store("PinyinSystems", "11111");
-    const QByteArray before =
-        quill::test::FileBytes(quill::test::PreferencesFile());
+    const QByteArray before = FileNow();
     PreferencesWindow* window = Open();
-    quill::test::ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 0);
+    ClickRowCheck(Control<QTreeWidget>(window, "ListBox1"), 0);
     QTest::keyClick(window, Qt::Key_Escape);
     QVERIFY(PreferencesWindow::Existing() == nullptr);
-    QCOMPARE(quill::test::FileBytes(quill::test::PreferencesFile()), before);
+    QCOMPARE(FileNow(), before);
   }
 
   void oneInstanceAtATime() {
     Store("PinyinSystems", "11111");
     PreferencesWindow* first = Open();
-    quill::test::ClickRowCheck(Control<QTreeWidget>(first, "ListBox1"), 0);
+    ClickRowCheck(Control<QTreeWidget>(first, "ListBox1"), 0);
     // Showing it again brings the same dialog, with its unsaved state.
     PreferencesWindow* second = Open();
     QCOMPARE(second, first);
@@ -323,7 +323,50 @@ class PreferencesWindowTest : public QObject {
     }
     QCOMPARE(dialogs, 1);
   }
+
+  // OK looks up the input again with the new settings at once.
+  void okRefreshesTheResult() {
+    Store("PinyinSystems", "11111");
+    main_->TextField->setPlainText(QStringLiteral("中"));
+    main_->ResultField->setPlainText(QStringLiteral("stale"));
+    PreferencesWindow* window = Open();
+    auto* list = Control<QTreeWidget>(window, "ListBox1");
+    for (int row : {0, 2, 3, 4}) ClickRowCheck(list, row);
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+
+    const QString result = main_->ResultField->toPlainText();
+    QVERIFY2(result.contains(QStringLiteral("Zhuyin 1 (Bopomofo)")),
+             qPrintable(result));
+    QVERIFY(result.contains(QStringLiteral("ㄓㄨㄥ")));
+    QVERIFY(!result.contains(QStringLiteral("Hanyu Pinyin")));
+    QVERIFY(!result.contains(QStringLiteral("stale")));
+    QVERIFY(messages_.isEmpty());
+  }
+
+  // Tone numbers saved in an earlier run take effect only through OK.
+  void savedToneNumbersWaitForOk() {
+    Store("PinyinSystems", "10000");
+    Store("UseToneNumbers", "1");
+    main_->PinyinSystemsPrefValue = "10000";
+    main_->TextField->setPlainText(QStringLiteral("文"));
+    main_->LookUp();
+    QVERIFY2(main_->ResultField->toPlainText().contains(QStringLiteral("wén")),
+             qPrintable(main_->ResultField->toPlainText()));
+
+    PreferencesWindow* window = Open();
+    QVERIFY(Control<QCheckBox>(window, "UseToneNumbersCheckbox")->isChecked());
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    const QString result = main_->ResultField->toPlainText();
+    QVERIFY2(result.contains(QStringLiteral("wen2")), qPrintable(result));
+    QVERIFY(!result.contains(QStringLiteral("wén")));
+  }
+
+ private:
+  std::unique_ptr<PreferencesFolder> prefs_;
+  QTemporaryDir tableFolder_;
+  QStringList messages_;
+  MainWindow* main_ = nullptr;
 };
 
-QUILL_DIALOG_TEST_MAIN(PreferencesWindowTest)
+QUILLMERE_TEST_MAIN(PreferencesWindowTest)
 #include "PreferencesWindowTest.moc"
