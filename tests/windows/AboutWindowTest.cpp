@@ -1,7 +1,9 @@
 // The about box: one at a time, a label that behaves as a link, and Close
 // Window that closes the box alone.
+#include <QAction>
 #include <QDesktopServices>
 #include <QLabel>
+#include <QMenu>
 #include <QPointer>
 #include <QUrl>
 
@@ -9,9 +11,12 @@
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
+#include "windows/MenuBar1.hpp"
+#include "windows/WindowMenuManager.hpp"
 
 using quill::AboutWindow;
 using quill::HelpWindow;
+namespace WindowMenuManager = quill::WindowMenuManager;
 
 // Stands in for the browser: keeps the addresses it was asked to open.
 class UrlCatcher : public QObject {
@@ -114,6 +119,22 @@ class AboutWindowTest : public QObject {
                       Qt::LeftButton);
     QCOMPARE(browser.opened.size(), 1);
     QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+  }
+
+  void notInTheWindowMenu() {
+    const int before = WindowMenuManager::Count();
+    const int items =
+        quill::Menu(QStringLiteral("WindowMenu"))->actions().size();
+    AboutWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QCOMPARE(WindowMenuManager::Count(), before);
+    QCOMPARE(quill::Menu(QStringLiteral("WindowMenu"))->actions().size(),
+             items);
+    // Close Window from the menu closes the box by its own handler.
+    quill::EnableMenuItems();
+    QVERIFY(quill::MenuItem(QStringLiteral("FileCloseWindow"))->isEnabled());
+    QVERIFY(quill::DispatchMenuItem(QStringLiteral("FileCloseWindow")));
+    QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
   void closeWindowClosesOnlyTheBox() {

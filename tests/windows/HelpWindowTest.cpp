@@ -1,6 +1,8 @@
 // The help window: one at a time, the help text line by line, readable and
 // copyable but not editable, and Close Window that closes it alone.
+#include <QAction>
 #include <QClipboard>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTextBlock>
@@ -10,16 +12,17 @@
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
+#include "windows/MenuBar1.hpp"
+#include "windows/WindowMenuManager.hpp"
 
-using quill::AboutWindow;
-using quill::HelpWindow;
+using namespace quill;
 
 class HelpWindowTest : public QObject {
   Q_OBJECT
 
  private:
   static HelpWindow* Open() {
-    quill::ShowHelpWindow();
+    ShowHelpWindow();
     HelpWindow* window = HelpWindow::Existing();
     if (window != nullptr) (void)QTest::qWaitForWindowExposed(window);
     return window;
@@ -88,8 +91,39 @@ class HelpWindowTest : public QObject {
     QVERIFY(Open() != nullptr);
   }
 
+  // Each opening adds an item with the window's title and the check mark.
+  void listedInTheWindowMenu() {
+    const int before = WindowMenuManager::Count();
+    HelpWindow* window = Open();
+    QCOMPARE(WindowMenuManager::Count(), before + 1);
+    QList<QAction*> checked;
+    QAction* item = nullptr;
+    for (QAction* action : Menu(QStringLiteral("WindowMenu"))->actions()) {
+      if (action->isChecked()) checked << action;
+      if (auto* windowItem = qobject_cast<WindowMenuItem*>(action)) {
+        if (windowItem->ownerWindow == window) item = action;
+      }
+    }
+    QVERIFY(item != nullptr);
+    QCOMPARE(item->text(), QStringLiteral("Quillmere Help"));
+    QCOMPARE(checked, QList<QAction*>{item});
+  }
+
+  void menuItemsWhileInFront() {
+    HelpWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    EnableMenuItems();
+    QVERIFY(MenuItem(QStringLiteral("FileCloseWindow"))->isEnabled());
+    QVERIFY(MenuItem(QStringLiteral("WindowBringAllToFront"))->isEnabled());
+    QVERIFY(!MenuItem(QStringLiteral("WindowMinimize"))->isEnabled());
+    QVERIFY(!MenuItem(QStringLiteral("WindowZoom"))->isEnabled());
+    // Close Window from the menu goes to this window's own handler.
+    QVERIFY(DispatchMenuItem(QStringLiteral("FileCloseWindow")));
+    QVERIFY(HelpWindow::Existing() == nullptr);
+  }
+
   void closeWindowClosesOnlyHelp() {
-    quill::ShowAboutWindow();
+    ShowAboutWindow();
     HelpWindow* window = Open();
     QVERIFY(QTest::qWaitForWindowActive(window));
     QTest::keyClick(Field(window), Qt::Key_W, Qt::ControlModifier);
