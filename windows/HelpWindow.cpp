@@ -30,7 +30,8 @@ HelpWindow* HelpWindow::Existing() { return instance; }
 HelpWindow::HelpWindow()
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
                            Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
-                           Qt::WindowMinimizeButtonHint) {
+                           Qt::WindowMinimizeButtonHint),
+      layout_(QSize(418, 339)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(QString::fromStdString(App::kQuillmereHelpText()));
   setFixedSize(418, 339);
@@ -42,7 +43,9 @@ HelpWindow::HelpWindow()
   // border shows only at the bottom.
   EditField1 = new QPlainTextEdit(this);
   EditField1->setObjectName("EditField1");
-  EditField1->setGeometry(-1, -1, 420, 339);
+  layout_.Add(EditField1, QRect(-1, -1, 420, 339),
+              LockedLayout::kLeft | LockedLayout::kTop | LockedLayout::kRight |
+                  LockedLayout::kBottom);
   EditField1->setReadOnly(true);
   EditField1->setTextInteractionFlags(Qt::TextSelectableByMouse |
                                       Qt::TextSelectableByKeyboard);
@@ -71,10 +74,9 @@ void HelpWindow::closeEvent(QCloseEvent* event) {
   if (event->isAccepted() && instance == this) instance = nullptr;
 }
 
-// The field is locked to all four sides of the window.
 void HelpWindow::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  EditField1->setGeometry(-1, -1, width() + 2, height());
+  layout_.Resize(size());
 }
 
 void HelpWindow::Event_Open() { WindowMenuManager::Add(this); }

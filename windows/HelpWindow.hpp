@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include "windows/LockedLayout.hpp"
+
 class QPlainTextEdit;
 
 namespace quill {
@@ -34,6 +36,8 @@ class HelpWindow : public QWidget {
   void Event_Open();
 
   QPlainTextEdit* EditField1;
+
+  LockedLayout layout_;
 };
 
 }  // namespace quill
