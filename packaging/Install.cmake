@@ -104,8 +104,8 @@ set(CPACK_PACKAGE_CONTACT "Quillmere developers <quillmere@example.org>")
 set(CPACK_PACKAGE_HOMEPAGE_URL https://quillmere.example.org/)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
     "transliterate Chinese text into Pinyin, Zhuyin and Wade-Giles")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION_SUMMARY}
-Quillmere writes Chinese text in five phonetic systems: Hanyu Pinyin,
+# The summary above is the synopsis line; this is the long description.
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Quillmere writes Chinese text in five phonetic systems: Hanyu Pinyin,
 Zhuyin 1 (Bopomofo), Zhuyin 2 (MPS II), Wade-Giles and Tongyong Pinyin.
 Traditional and Simplified characters are both accepted; punctuation, line
 ends and other text are kept, and running text can be segmented into words.

@@ -43,7 +43,7 @@ step "Install it with apt-get"
 # Without recommends, so that the test stays quick and needs no download
 # beyond what the dependencies need.
 DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq \
-  --no-install-recommends "$package"
+  -o Dpkg::Use-Pty=0 --no-install-recommends "$package"
 
 step "Run quillmere-cli 中文 from the PATH in /tmp"
 [ "$(command -v quillmere-cli)" = /usr/bin/quillmere-cli ] ||
@@ -62,7 +62,7 @@ fi
 man -w quillmere-cli >/dev/null || die "man quillmere-cli finds no page"
 
 step "Remove it"
-DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get remove -y -qq quillmere
+DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get remove -y -qq -o Dpkg::Use-Pty=0 quillmere
 left=$(while read -r f; do
   [ -e "$f" ] || [ -L "$f" ] || continue
   [ -d "$f" ] && [ ! -L "$f" ] && continue  # shared folders such as /usr/bin

@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Takes docs/screenshot.png for the README: the Quillmere window with a real
+# result. Under a virtual X display (xvfb-run) it starts BUILD_DIR/out/quillmere
+# with fresh settings, types TEXT with xdotool, presses Return, and captures
+# the window with ImageMagick's import.
+#
+# Usage: packaging/screenshot.sh [BUILD_DIR] [TEXT]   (defaults: build, 中文)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+if [ "${1:-}" = --inside-xvfb ]; then
+  app=$2 text=$3 output=$4
+  # Fresh settings, so that the picture shows the defaults (all five systems)
+  # and leaves the user's own alone.
+  XDG_CONFIG_HOME=$(mktemp -d) XDG_RUNTIME_DIR=$(mktemp -d)
+  export XDG_CONFIG_HOME XDG_RUNTIME_DIR
+  "$app" &
+  pid=$!
+  trap 'kill $pid 2>/dev/null; rm -rf "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"' EXIT
+  window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Quillmere$' | head -n 1)
+  [ -n "$window" ] || { echo "screenshot: no Quillmere window appeared" >&2; exit 1; }
+  # No window manager runs here: give the window the keyboard ourselves, and
+  # let it paint before typing.
+  xdotool windowfocus --sync "$window"
+  sleep 1
+  xdotool type --delay 200 "$text"
+  xdotool key Return
+  sleep 2
+  import -window "$window" "$output"
+  exit 0
+fi
+
+build=${1:-build}
+text=${2:-中文}
+app=$(realpath "$build/out/quillmere" 2>/dev/null || true)
+if [ ! -x "$app" ]; then
+  echo "screenshot: no $build/out/quillmere; build with -DQUILLMERE_GUI=ON first" >&2
+  exit 1
+fi
+source scripts/deps.sh
+quillmere_install_deps xvfb xauth xdotool imagemagick fonts-noto-cjk
+mkdir -p docs
+xvfb-run -a -s "-screen 0 1280x1024x24" \
+  "$0" --inside-xvfb "$app" "$text" "$PWD/docs/screenshot.png"
+echo "docs/screenshot.png"
