@@ -23,6 +23,8 @@ if [ "${1:-}" = --inside-xvfb ]; then
   # let it paint before typing.
   xdotool windowfocus --sync "$window"
   sleep 1
+  # The input field has the focus at start; a click into it makes sure.
+  xdotool mousemove --window "$window" 130 70 click 1
   xdotool type --delay 200 "$text"
   xdotool key Return
   sleep 2

@@ -23,6 +23,7 @@ trap 'rm -rf "$scratch"' EXIT
 prefix=$scratch/usr
 lib=$prefix/lib/quillmere
 export LC_ALL=C.UTF-8
+unset DESTDIR  # the scratch prefix is the whole destination
 
 if ! cmake --install "$build" --prefix "$prefix" >"$scratch/install.log" 2>&1; then
   cat "$scratch/install.log"
