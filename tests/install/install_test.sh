@@ -70,7 +70,7 @@ run_cli() { # run_cli PROGRAM ARGS... -> $rc, $stdout, $stderr
   rc=$?
   stdout=$(cat "$scratch/stdout") stderr=$(cat "$scratch/stderr")
 }
-if [ -e "$lib/zhuyintable" ]; then
+if [ -e "$out/zhuyintable" ]; then
   run_cli "$prefix/bin/quillmere-cli" 中文
   check "bin/quillmere-cli 中文 exits 0 (got $rc: $stderr)" test "$rc" = 0
   check "bin/quillmere-cli 中文 gives Zhuyin ㄓㄨㄥ" grep -q 'ㄓㄨㄥ' <<<"$stdout"
