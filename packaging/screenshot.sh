@@ -14,6 +14,10 @@ if [ "${1:-}" = --inside-xvfb ]; then
   # and leaves the user's own alone.
   XDG_CONFIG_HOME=$(mktemp -d) XDG_RUNTIME_DIR=$(mktemp -d)
   export XDG_CONFIG_HOME XDG_RUNTIME_DIR
+  # A window tall enough to show all five blocks of the result.
+  printf '%s\n' '<?xml version="1.0" encoding="UTF-8"?>' \
+    '<root><MainWindowWidth>420</MainWindowWidth><MainWindowHeight>820</MainWindowHeight></root>' \
+    >"$XDG_CONFIG_HOME/Quillmere Preferences"
   "$app" &
   pid=$!
   trap 'kill $pid 2>/dev/null; rm -rf "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"' EXIT
