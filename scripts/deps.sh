@@ -6,6 +6,7 @@ quillmere_packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libpugixml-dev
   fonts-noto-cjk
+  desktop-file-utils appstream
 )
 
 quillmere_install_deps() {
