@@ -9,20 +9,10 @@ using namespace quill;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  static LookUpEngine engine({QUILLMERE_SOURCE_DIR "/data/zhuyintable",
-                              QUILLMERE_SOURCE_DIR "/data/STTABLE",
-                              "/nonexistent/Tokenizer", "/nonexistent"});
+  LookUpEngine& engine = fuzz::RealEngine();
   static const std::string head = DocumentHead();
   fuzz::Input in(data, size);
-  const std::uint8_t bits = in.Byte();
-  LookUpSettings settings;
-  settings.PinyinSystemsPrefValue.clear();
-  for (int i = 0; i < 5; ++i) {
-    settings.PinyinSystemsPrefValue += (in.Byte() & 1) ? '1' : '0';
-  }
-  settings.tones.indicateTonesPrefValue = (bits & 2) ? "0" : "1";
-  settings.tones.UseToneNumbersPrefValue = (bits & 4) ? "1" : "0";
-  settings.tones.ShowMultipleReadingsPrefValue = (bits & 8) ? "0" : "1";
+  const LookUpSettings settings = fuzz::ReadSettings(in);
   const std::string text = in.Rest();
 
   const ExportPage first = BuildPhoneticPage(text, settings, engine);

@@ -9,23 +9,9 @@ using namespace quill;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  static LookUpEngine engine({QUILLMERE_SOURCE_DIR "/data/zhuyintable",
-                              QUILLMERE_SOURCE_DIR "/data/STTABLE",
-                              "/nonexistent/Tokenizer", "/nonexistent"});
+  LookUpEngine& engine = fuzz::RealEngine();
   fuzz::Input in(data, size);
-  const std::uint8_t bits = in.Byte();
-  LookUpSettings settings;
-  settings.mode = bits & 1;
-  settings.PinyinSystemsPrefValue.clear();
-  for (int i = 0; i < 5; ++i) {
-    settings.PinyinSystemsPrefValue += (in.Byte() & 1) ? '1' : '0';
-  }
-  settings.tones.indicateTonesPrefValue = (bits & 2) ? "0" : "1";
-  settings.tones.UseToneNumbersPrefValue = (bits & 4) ? "1" : "0";
-  settings.tones.ShowMultipleReadingsPrefValue = (bits & 8) ? "0" : "1";
-  // Segmentation runs an external program; in dictionary mode the setting
-  // only governs the blanks behind punctuation.
-  if (settings.mode == 0 && (bits & 16)) settings.segmentationSetting = "1";
+  const LookUpSettings settings = fuzz::ReadSettings(in);
   const std::string text = in.Rest();
 
   const auto first = engine.LookUp(text, settings);

@@ -7,6 +7,28 @@
 
 namespace quill::fuzz {
 
+LookUpEngine& RealEngine() {
+  static LookUpEngine engine({QUILLMERE_SOURCE_DIR "/data/zhuyintable",
+                              QUILLMERE_SOURCE_DIR "/data/STTABLE",
+                              "/nonexistent/Tokenizer", "/nonexistent"});
+  return engine;
+}
+
+LookUpSettings ReadSettings(Input& in) {
+  const std::uint8_t bits = in.Byte();
+  LookUpSettings settings;
+  settings.mode = bits & 1;
+  settings.PinyinSystemsPrefValue.clear();
+  for (int i = 0; i < 5; ++i) {
+    settings.PinyinSystemsPrefValue += (in.Byte() & 1) ? '1' : '0';
+  }
+  settings.tones.indicateTonesPrefValue = (bits & 2) ? "0" : "1";
+  settings.tones.UseToneNumbersPrefValue = (bits & 4) ? "1" : "0";
+  settings.tones.ShowMultipleReadingsPrefValue = (bits & 8) ? "0" : "1";
+  if (settings.mode == 0 && (bits & 16)) settings.segmentationSetting = "1";
+  return settings;
+}
+
 std::string WriteTemporaryFile(const std::string& name,
                                const std::string& content) {
   const auto folder = std::filesystem::temp_directory_path() /

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "lookup/LookUp.hpp"
+
 namespace quill::fuzz {
 
 #define QUILL_FUZZ_CHECK(condition)                                     \
@@ -48,6 +50,14 @@ class Input {
  private:
   std::string_view rest_;
 };
+
+// The engine on the real tables, for the targets that look up.
+LookUpEngine& RealEngine();
+
+// Settings drawn from the front of the input: mode, five systems, tones.
+// Segmentation runs an external program, so it is only ever set in
+// dictionary mode, where it just governs the blanks behind punctuation.
+LookUpSettings ReadSettings(Input& in);
 
 // A file the target can hand to code that reads files.
 std::string WriteTemporaryFile(const std::string& name,
