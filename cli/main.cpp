@@ -8,7 +8,6 @@
 #include <cstring>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -67,8 +66,13 @@ int Usage(const std::string& message) {
 }
 
 std::optional<std::string> ReadAll(std::istream& in) {
-  std::string text((std::istreambuf_iterator<char>(in)),
-                   std::istreambuf_iterator<char>());
+  // istream::read records a failed read (of a folder, say) in the stream's
+  // state, where a streambuf iterator would throw.
+  std::string text;
+  char buffer[1 << 16];
+  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
+    text.append(buffer, static_cast<std::size_t>(in.gcount()));
+  }
   if (in.bad()) return std::nullopt;
   return text;
 }

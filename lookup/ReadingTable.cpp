@@ -1,7 +1,6 @@
 #include "lookup/ReadingTable.hpp"
 
 #include <fstream>
-#include <iterator>
 #include <limits>
 
 #include "text/TextOps.hpp"
@@ -12,8 +11,15 @@ bool ReadingTable::Load(const std::string& path) {
   if (!DictContent_.empty()) return true;
   std::ifstream in(path, std::ios::binary);
   if (!in) return false;
-  std::string content((std::istreambuf_iterator<char>(in)),
-                      std::istreambuf_iterator<char>());
+  // istream::read, unlike a streambuf iterator, reports a failed read (of a
+  // folder, say) in the stream's state instead of throwing; a file that
+  // can't be read is as good as none.
+  std::string content;
+  char buffer[1 << 16];
+  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
+    content.append(buffer, static_cast<std::size_t>(in.gcount()));
+  }
+  if (in.bad()) return false;
   Assign(std::move(content));
   return !DictContent_.empty();
 }

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "text/TextOps.hpp"
@@ -75,8 +74,16 @@ bool STConverter::LoadTable() {
   if (loaded_) return true;
   std::ifstream file(tablePath_, std::ios::binary);
   if (!file) return false;
-  table_.assign(std::istreambuf_iterator<char>(file),
-                std::istreambuf_iterator<char>());
+  // Read through istream::read, which records a failed read (a folder, say)
+  // in the stream's state where a streambuf iterator would throw. A table
+  // that can't be read counts as missing.
+  std::string table;
+  char buffer[4096];
+  while (file.read(buffer, sizeof buffer) || file.gcount() > 0) {
+    table.append(buffer, static_cast<std::size_t>(file.gcount()));
+  }
+  if (file.bad()) return false;
+  table_ = std::move(table);
   loaded_ = true;
   return true;
 }

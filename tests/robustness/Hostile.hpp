@@ -1,0 +1,92 @@
+// Helpers for the hostile-input tests: random bytes, byte escapes in the
+// case files, and quillmere-cli as a real process.
+#pragma once
+
+#include <sys/wait.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <random>
+#include <string>
+
+namespace quill::hostile {
+
+// The sanitizer build runs every test several times slower; the biggest
+// inputs shrink there so that the suite still ends in reasonable time.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool kSanitized = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+inline constexpr bool kSanitized = true;
+#else
+inline constexpr bool kSanitized = false;
+#endif
+#else
+inline constexpr bool kSanitized = false;
+#endif
+
+// `size` bytes from a fixed seed, so that a failure can be repeated.
+inline std::string RandomBytes(std::size_t size, std::uint64_t seed) {
+  std::mt19937_64 generator(seed);
+  std::string bytes(size, '\0');
+  std::size_t i = 0;
+  while (i < size) {
+    std::uint64_t word = generator();
+    for (int k = 0; k < 8 && i < size; ++k, word >>= 8) {
+      bytes[i++] = static_cast<char>(word & 0xFF);
+    }
+  }
+  return bytes;
+}
+
+// Turns "\xNN", "\0", "\t", "\r", "\n" and "\\" into their bytes; the case
+// files are plain text, the bytes they describe are not.
+inline std::string Unescape(const std::string& text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 >= text.size()) {
+      out += text[i];
+      continue;
+    }
+    const char kind = text[++i];
+    if (kind == 'x' && i + 2 < text.size()) {
+      out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else if (kind == '0') {
+      out += '\0';
+    } else if (kind == 't') {
+      out += '\t';
+    } else if (kind == 'r') {
+      out += '\r';
+    } else if (kind == 'n') {
+      out += '\n';
+    } else {
+      out += kind;
+    }
+  }
+  return out;
+}
+
+struct CliRun {
+  int status = -1;  // exit status; -1 when the process died of a signal
+  std::string out;
+};
+
+// Runs quillmere-cli through the shell with `args` (already quoted);
+// standard error joins standard output.
+inline CliRun RunCli(const std::string& args) {
+  const std::string command = std::string("'") + QUILLMERE_OUT_DIR +
+                              "/quillmere-cli' " + args + " 2>&1";
+  CliRun run;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return run;
+  char buffer[65536];
+  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+    run.out.append(buffer, n);
+  }
+  const int status = pclose(pipe);
+  run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  return run;
+}
+
+}  // namespace quill::hostile
