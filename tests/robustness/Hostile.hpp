@@ -3,6 +3,9 @@
 #pragma once
 
 #include <sys/wait.h>
+#if __has_include(<valgrind/valgrind.h>)
+#include <valgrind/valgrind.h>
+#endif
 
 #include <cstdint>
 #include <cstdio>
@@ -11,19 +14,22 @@
 
 namespace quill::hostile {
 
-// The sanitizer build runs every test several times slower; the biggest
-// inputs shrink there so that the suite still ends in reasonable time.
+// The sanitizer build and valgrind run every test many times slower; the
+// biggest inputs shrink there so that the suite still ends in good time.
+inline bool Shrunk() {
 #if defined(__SANITIZE_ADDRESS__)
-inline constexpr bool kSanitized = true;
+  return true;
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-inline constexpr bool kSanitized = true;
-#else
-inline constexpr bool kSanitized = false;
+  return true;
 #endif
-#else
-inline constexpr bool kSanitized = false;
 #endif
+#if __has_include(<valgrind/valgrind.h>)
+  return RUNNING_ON_VALGRIND != 0;
+#else
+  return false;
+#endif
+}
 
 // `size` bytes from a fixed seed, so that a failure can be repeated.
 inline std::string RandomBytes(std::size_t size, std::uint64_t seed) {

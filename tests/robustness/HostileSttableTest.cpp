@@ -137,7 +137,9 @@ TEST_F(HostileSttableTest, AFolderAsTheTableCountsAsNone) {
   std::filesystem::remove(Path("STTABLE"));
   WriteSttable(14102, false);
   EXPECT_EQ(engine.LookUp("中国", settings).text.substr(0, 8), "中国\r\r");
+}
 
+TEST_F(HostileSttableTest, TheCliRefusesAFolderAsInput) {
   const hostile::CliRun run = hostile::RunCli("-i '" + Path("") + "'");
   EXPECT_EQ(run.status, 2);
   EXPECT_NE(run.out.find("quillmere-cli: cannot read"), std::string::npos);

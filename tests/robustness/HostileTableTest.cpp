@@ -47,24 +47,26 @@ class HostileTableTest : public TableFixture {
   }
 };
 
-// The table is missing for the program whenever it gives no text.
+// Ways for zhuyintable to give no text; each is the missing table.
+struct NoTextCase {
+  const char* name;
+  void (*make)(const std::string& path);
+};
+const NoTextCase kNoText[] = {
+    {"no file", [](const std::string&) {}},
+    {"empty file",
+     [](const std::string& p) { std::ofstream(p, std::ios::binary); }},
+    {"a folder",
+     [](const std::string& p) { std::filesystem::create_directory(p); }},
+    {"a folder with a file in it",
+     [](const std::string& p) {
+       std::filesystem::create_directory(p);
+       std::ofstream(p + "/zhuyintable") << "中   ㄓㄨㄥ\n";
+     }},
+};
+
 TEST_F(HostileTableTest, NoTextMeansTheTableIsMissing) {
-  struct Case {
-    const char* name;
-    void (*make)(const std::string& path);
-  };
-  const Case cases[] = {
-      {"no file", [](const std::string&) {}},
-      {"empty file", [](const std::string& p) { WriteFile(p, ""); }},
-      {"a folder",
-       [](const std::string& p) { std::filesystem::create_directory(p); }},
-      {"a folder with a file in it",
-       [](const std::string& p) {
-         std::filesystem::create_directory(p);
-         WriteFile(p + "/zhuyintable", "中   ㄓㄨㄥ\n");
-       }},
-  };
-  for (const Case& c : cases) {
+  for (const NoTextCase& c : kNoText) {
     SCOPED_TRACE(c.name);
     std::filesystem::remove_all(Path("zhuyintable"));
     c.make(Path("zhuyintable"));
@@ -75,19 +77,24 @@ TEST_F(HostileTableTest, NoTextMeansTheTableIsMissing) {
               LookUpEngine::Outcome::kTableMissing);
     EXPECT_EQ(BuildPhoneticPage("中", ZhuyinOnly(), engine).status,
               ExportPage::Status::kTableMissing);
-    const hostile::CliRun run = Cli("中");
-    EXPECT_EQ(run.status, 3);
-    EXPECT_EQ(run.out, kMissing);
-    EXPECT_EQ(Cli("--export html 中").status, 3);
   }
-}
-
-TEST_F(HostileTableTest, DeviceFilesWithNoTextAreMissingTables) {
   DataFiles files = FilesWithTable(std::nullopt);
   files.zhuyintable = "/dev/null";
   LookUpEngine engine(files);
   EXPECT_EQ(engine.LookUp("中", ZhuyinOnly()).outcome,
             LookUpEngine::Outcome::kTableMissing);
+}
+
+TEST_F(HostileTableTest, TheCliExitsWithThreeWhenTheTableHasNoText) {
+  for (const NoTextCase& c : kNoText) {
+    SCOPED_TRACE(c.name);
+    std::filesystem::remove_all(Path("zhuyintable"));
+    c.make(Path("zhuyintable"));
+    const hostile::CliRun run = Cli("中");
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, kMissing);
+    EXPECT_EQ(Cli("--export html 中").status, 3);
+  }
   const hostile::CliRun run = hostile::RunCli("--table /dev/null 中");
   EXPECT_EQ(run.status, 3);
   EXPECT_EQ(run.out, kMissing);
@@ -164,18 +171,25 @@ TEST_F(HostileTableTest, KeysWithoutReadingBytesStillLetTheRestThrough) {
   }
 }
 
-// Random bytes as the table: whatever is found there, the look-up, the page
-// and the CLI finish, and give the same result each time.
-TEST_F(HostileTableTest, RandomBytesAsTheTable) {
-  const std::size_t size = (hostile::kSanitized ? 10 : 50) << 20;
-  WriteFile(Path("zhuyintable"), hostile::RandomBytes(size, 20240611));
+// 50 MB, less where every step is slow.
+std::size_t TableSize() { return (hostile::Shrunk() ? 4 : 50) << 20; }
+
+// Every character from U+4E00 on for a while, with blanks and line ends.
+std::string Input() {
   std::string input;
-  // Every character from U+4E00 on for a while, with blanks and line ends.
   for (std::uint32_t code = 0x4E00; code < 0x4E00 + 3000; ++code) {
     input += Chr(code);
     if (code % 17 == 0) input += ' ';
     if (code % 61 == 0) input += '\n';
   }
+  return input;
+}
+
+// Random bytes as the table: whatever is found there, the look-up, the page
+// and the CLI finish, and give the same result each time.
+TEST_F(HostileTableTest, RandomBytesAsTheTable) {
+  WriteFile(Path("zhuyintable"), hostile::RandomBytes(TableSize(), 20240611));
+  const std::string input = Input();
   // Two engines, each loading the table once, for every mode.
   LookUpEngine engine(FilesWithTable(std::nullopt));
   LookUpEngine again(FilesWithTable(std::nullopt));
@@ -193,7 +207,11 @@ TEST_F(HostileTableTest, RandomBytesAsTheTable) {
       EXPECT_EQ(BuildPhoneticPage(input, settings, again).text, page.text);
     }
   }
-  WriteFile(Path("input.txt"), input);
+}
+
+TEST_F(HostileTableTest, TheCliTakesRandomBytesAsTheTable) {
+  WriteFile(Path("zhuyintable"), hostile::RandomBytes(TableSize(), 20240611));
+  WriteFile(Path("input.txt"), Input());
   const hostile::CliRun run = Cli("-i '" + Path("input.txt") + "'");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(Cli("-i '" + Path("input.txt") + "'").out, run.out);
