@@ -71,13 +71,21 @@ struct Contribution {
 std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
   std::string out;
   const long count = CountFields(entry, "  ");
+  // The fields in turn, as NthField gives them: asking NthField for each
+  // index would search from the start every time, and a damaged table with
+  // one huge line would take minutes.
+  std::size_t from = 0;
   for (long index = 1; index <= count; ++index) {
     if (index == 2) {
       out += '(';
     } else if (index > 2) {
       out += ' ';
     }
-    out += NthField(entry, "  ", index);
+    const std::size_t end = entry.find("  ", from);
+    out += entry.substr(from, end == std::string_view::npos
+                                  ? std::string_view::npos
+                                  : end - from);
+    from = end == std::string_view::npos ? entry.size() : end + 2;
     out += (index == count && count > 1) ? ") " : " ";
     if (tones.ShowMultipleReadingsPrefValue == "0") break;
   }

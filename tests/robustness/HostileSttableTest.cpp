@@ -26,11 +26,12 @@ std::string ReadWhole(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-// Every double-byte code of GB 2312 in UTF-8, with a blank now and then.
-std::string AllOfGb2312() {
+// Every `step`th double-byte code of GB 2312 in UTF-8, with a blank now and
+// then.
+std::string AllOfGb2312(int step) {
   std::string gb;
   for (int lead = 0xA1; lead <= 0xF7; ++lead) {
-    for (int trail = 0xA1; trail <= 0xFE; ++trail) {
+    for (int trail = 0xA1; trail <= 0xFE; trail += step) {
       gb += static_cast<char>(lead);
       gb += static_cast<char>(trail);
       if (trail % 23 == 0) gb += ' ';
@@ -93,8 +94,10 @@ TEST_F(HostileSttableTest, ATableCutShortFindsWhatItHolds) {
 }
 
 TEST_F(HostileSttableTest, CutAndRandomTablesGiveValidUtf8) {
-  const std::string simplified = AllOfGb2312();
-  ASSERT_GT(Len(simplified), 7000u);
+  // Under a sanitizer or valgrind every seventh character will do.
+  const int step = hostile::Shrunk() ? 7 : 1;
+  const std::string simplified = AllOfGb2312(step);
+  ASSERT_GT(Len(simplified), 7000u / step);
   const std::string realTable =
       ReadWhole(std::string(QUILLMERE_SOURCE_DIR) + "/data/zhuyintable");
   struct Case {
@@ -108,10 +111,10 @@ TEST_F(HostileSttableTest, CutAndRandomTablesGiveValidUtf8) {
     SCOPED_TRACE(std::to_string(c.size) + (c.random ? " random" : ""));
     WriteSttable(c.size, c.random);
     for (const std::string* table : {&kTable, &realTable}) {
+      LookUpEngine engine(FilesWithTable(*table));
       for (int mode : {1, 0}) {
         LookUpSettings settings;
         settings.mode = mode;
-        LookUpEngine engine(FilesWithTable(*table));
         const auto result = engine.LookUp(simplified, settings);
         EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
         EXPECT_TRUE(IsValidUtf8(result.text));

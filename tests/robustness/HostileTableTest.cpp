@@ -218,6 +218,39 @@ TEST_F(HostileTableTest, TheCliTakesRandomBytesAsTheTable) {
   EXPECT_EQ(Cli("--export html -i '" + Path("input.txt") + "'").status, 0);
 }
 
+// A line of megabytes, as a table whose line ends were damaged leaves: its
+// key gets every field of it, and the look-up ends in good time.
+TEST_F(HostileTableTest, AHugeLineIsOneLongReadingEntry) {
+  const std::size_t count = hostile::Shrunk() ? 20000 : 100000;
+  std::string table = "中   ㄓㄨㄥ";
+  std::string expected = "ㄓㄨㄥ (";
+  for (std::size_t i = 1; i < count; ++i) {
+    table += "  ㄓㄨㄥˋ";
+    expected += i > 1 ? "  ㄓㄨㄥˋ" : "ㄓㄨㄥˋ";
+  }
+  table += "\n";
+  expected += ") ";
+  LookUpEngine engine(FilesWithTable(table));
+  const auto zhuyin = engine.LookUp("中", ZhuyinOnly());
+  EXPECT_EQ(zhuyin.text, ZhuyinBlock(expected));
+  const auto all = engine.LookUp("中", LookUpSettings{});
+  EXPECT_EQ(all.outcome, LookUpEngine::Outcome::kShown);
+  EXPECT_NE(all.text.find("zhōng(zhòng,zhòng,"), std::string::npos);
+  EXPECT_NE(all.text.find("chung1(chung4,chung4,"), std::string::npos);
+  EXPECT_EQ(BuildPhoneticPage("中", LookUpSettings{}, engine).status,
+            ExportPage::Status::kDone);
+}
+
+// The table with CR line ends and one LF at the end: every key's readings
+// run to the end of the file, and still every look-up ends.
+TEST_F(HostileTableTest, ATableWithCarriageReturnLineEnds) {
+  const std::string source = "中   ㄓㄨㄥ  ㄓㄨㄥˋ\r文   ㄨㄣˊ\r好   ㄏㄠˇ\n";
+  LookUpEngine engine(FilesWithTable(source));
+  const auto result = engine.LookUp("中文好", ZhuyinOnly());
+  EXPECT_EQ(result.text, ZhuyinBlock("ㄓㄨㄥ (ㄓㄨㄥˋ\r文   ㄨㄣˊ\r好   ㄏㄠˇ) "
+                                     "ㄨㄣˊ\r好 (ㄏㄠˇ) ㄏㄠˇ "));
+}
+
 TEST_F(HostileTableTest, TheCliAnswersMalformedTablesToo) {
   WriteFile(Path("zhuyintable"), "中   ㄓㄨㄥ\r\n文   ㄨㄣˊ");
   const hostile::CliRun run = Cli("--systems 01000 中");
