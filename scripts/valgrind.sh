@@ -21,8 +21,19 @@ rm -rf "$logs"
 mkdir -p "$logs"
 out=$build/out
 
+# glibc 2.36's loader compares strings a word at a time past their end when
+# it expands $ORIGIN for the iconv modules that iconv_open loads; memcheck
+# 3.19 has no suppression for it. Only that read, in the loader, is hidden.
+cat >"$logs/loader.supp" <<'SUPP'
+{
+   ld.so-is_dst-word-compare
+   Memcheck:Addr8
+   fun:strncmp
+   fun:is_dst
+}
+SUPP
 memcheck=(valgrind --tool=memcheck --error-exitcode=1 --leak-check=full
-  --num-callers=30)
+  --num-callers=30 --suppressions="$logs/loader.supp")
 status=0
 start=$(date +%s)
 
@@ -40,7 +51,7 @@ check() {
   errors=$(sed -n 's/.*ERROR SUMMARY: \([0-9,]*\) errors.*/\1/p' "$logs/$name.log")
   lost=$(grep -E "definitely lost:|indirectly lost:|possibly lost:" "$logs/$name.log" |
     sed -E 's/.*(definitely|indirectly|possibly) lost: ([0-9,]+) bytes.*/\1 \2/' |
-    paste -sd' ' -)
+    paste -sd' ' - || true)
   local summary="errors ${errors:-?}, leaks: ${lost:-none}, exit $rc"
   summary+=", $(($(date +%s) - t0)) s"
   if [ "$rc" -eq "$expected" ] && [ "${errors:-1}" = 0 ]; then
