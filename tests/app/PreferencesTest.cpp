@@ -148,6 +148,10 @@ struct BadFile {
   const char* problem;  // a part of the message
 };
 
+// GoogleTest prints every parameter; without this it dumps the struct's
+// bytes, padding and all, which valgrind reports as uninitialised reads.
+void PrintTo(const BadFile& bad, std::ostream* os) { *os << bad.name; }
+
 class PreferencesBadFileTest : public PreferencesTest,
                                public ::testing::WithParamInterface<BadFile> {};
 
