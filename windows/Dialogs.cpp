@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "windows/AboutWindow.hpp"
+#include "windows/ExportWindow.hpp"
 #include "windows/HelpWindow.hpp"
 #include "windows/PreferencesWindow.hpp"
 
@@ -21,5 +22,6 @@ void BringForward(QWidget* window) {
 void ShowPreferencesWindow() { BringForward(PreferencesWindow::Instance()); }
 void ShowAboutWindow() { BringForward(AboutWindow::Instance()); }
 void ShowHelpWindow() { BringForward(HelpWindow::Instance()); }
+void ShowExportWindow() { BringForward(ExportWindow::Instance()); }
 
 }  // namespace quill

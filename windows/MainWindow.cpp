@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
+#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,11 +15,14 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 #include "app/App.hpp"
+#include "export/Export.hpp"
 #include "text/TextOps.hpp"
 #include "windows/Canvas.hpp"
+#include "windows/ExportWindow.hpp"
 #include "windows/MenuBar1.hpp"
 #include "windows/MsgBox.hpp"
 #include "windows/Pictures.hpp"
@@ -40,6 +45,19 @@ constexpr int kSpaceBelowWidget = 150;
 constexpr int kWidgetGap = 10;
 constexpr int kSpaceBelowResult = 22;
 constexpr int kLeastMinHeight = 453;
+
+// The mode switch: dictionary mode's fixed size, converter mode's least
+// size after a switch, and the animation's steps and their travel.
+constexpr QSize kDictionarySize(300, 453);
+constexpr int kConverterLeastWidth = 560;
+constexpr int kConverterLeastHeight = 600;
+constexpr int kZoomSteps = 4;
+constexpr int kZoomTravel = 35;
+
+// A size step of the animation, worked out in double precision.
+int Stepped(int present, double change) {
+  return static_cast<int>(std::lround(present + change));
+}
 
 QPointer<MainWindow>& TheInstance() {
   static QPointer<MainWindow> instance;
@@ -93,6 +111,8 @@ MainWindow::MainWindow(QWidget* parent)
   auto* box = new QVBoxLayout(this);
   box->setContentsMargins(0, 0, 0, 0);
   box->setSpacing(0);
+  // The content's least and greatest sizes are the window's limits.
+  box->setSizeConstraint(QLayout::SetMinAndMaxSize);
   box->setMenuBar(MenuBar1());
   content_ = new Content(this, [this](QSize size) { ContentResized(size); });
   content_->setMinimumSize(kCreatedWidth, kCreatedHeight);
@@ -270,6 +290,16 @@ void MainWindow::SetSize(int width, int height) {
 }
 
 int MainWindow::MinHeight() const { return content_->minimumHeight(); }
+int MainWindow::MinWidth() const { return content_->minimumWidth(); }
+int MainWindow::MaxWidth() const { return content_->maximumWidth(); }
+int MainWindow::MaxHeight() const { return content_->maximumHeight(); }
+
+// In force at once: a window outside the new limits is brought inside now.
+void MainWindow::SetLimits(QSize least, QSize most) {
+  content_->setMinimumSize(least);
+  content_->setMaximumSize(most);
+  layout()->activate();
+}
 
 void MainWindow::ContentResized(QSize size) {
   layout_.Resize(size);
@@ -491,13 +521,158 @@ void MainWindow::ConverterModeButton_MouseUp() {
 }
 
 void MainWindow::StartModeSwitching() {
-  // The animated switch between the modes is still to come. Its buttons
-  // are hidden, so nothing reaches here yet.
+  originalWidth = Width();
+  originalHeight = Height();
+  if (mode != 0) {
+    // The shrinking steps resize in converter mode and so overwrite the
+    // converter size; the last step puts these copies back.
+    windowWidthTemp = mainWindowWidth;
+    windowHeightTemp = mainWindowHeight;
+    TextFieldResultTemp = ResultFieldText();
+    QRect rect = layout_.Rect(CharacterField);
+    rect.setSize(layout_.Rect(TextField).size());
+    layout_.SetRect(CharacterField, rect);
+    CharacterField->setVisible(true);
+    TextField->setVisible(false);
+    // Kept for the record only: every start is in converter mode.
+    App::Instance()->WritePreferences("DefaultMode", "0");
+  } else {
+    CharacterFieldResultTemp = ResultFieldText();
+    App::Instance()->WritePreferences("DefaultMode", "1");
+  }
+  ResultField->clear();
+  // The limits of the mode being left would hold back the animation's own
+  // size changes; the last step sets those of the new mode.
+  SetLimits(kDictionarySize, QSize(kMaxSize, kMaxSize));
+  Timer1->start();
 }
 
+// Four steps move the fields and the window, the fifth settles the new
+// mode, the sixth stops the timer. mode changes only in the fifth, so it
+// tells the direction all along.
 void MainWindow::Timer1_Action() {
-  // One step of the mode-switch animation, to come with StartModeSwitching.
-  Timer1->stop();
+  const int targetWidth = std::max(mainWindowWidth, kConverterLeastWidth);
+  const int targetHeight = std::max(mainWindowHeight, kConverterLeastHeight);
+  if (zoomCounter > kZoomSteps) {
+    zoomCounter = 0;
+    Timer1->stop();
+    return;
+  }
+  const QRect result = layout_.Rect(ResultField);
+  const QRect input = layout_.Rect(CharacterField);
+  if (mode != 0) {
+    // A window that is large in one direction only keeps its size.
+    const bool resizing = originalWidth > kDictionarySize.width() &&
+                          originalHeight > kDictionarySize.height();
+    if (zoomCounter == kZoomSteps) {
+      if (resizing) SetSize(kDictionarySize.width(), kDictionarySize.height());
+      mode = 0;
+      mainWindowWidth = windowWidthTemp;
+      mainWindowHeight = windowHeightTemp;
+      SetResultFieldText(CharacterFieldResultTemp);
+      CharacterField->setFocus();
+      SetLimits(kDictionarySize, kDictionarySize);
+    } else if (zoomCounter < kZoomSteps) {
+      if (resizing) {
+        SetSize(Stepped(Width(), -(originalWidth - kDictionarySize.width()) /
+                                     static_cast<double>(kZoomSteps)),
+                Stepped(Height(), -(originalHeight - kDictionarySize.height()) /
+                                      static_cast<double>(kZoomSteps)));
+      }
+      layout_.SetTop(ResultField, result.top() - kZoomTravel);
+      layout_.SetHeight(ResultField, result.height() + kZoomTravel);
+      layout_.SetHeight(CharacterField, input.height() - kZoomTravel);
+    }
+  } else {
+    const bool resizing =
+        originalWidth < targetWidth && originalHeight < targetHeight;
+    if (zoomCounter == kZoomSteps) {
+      if (resizing) SetSize(targetWidth, targetHeight);
+      mode = 1;
+      QRect rect = layout_.Rect(TextField);
+      rect.setSize(input.size());
+      layout_.SetRect(TextField, rect);
+      TextField->setVisible(true);
+      TextField->setFocus();
+      CharacterField->setVisible(false);
+      SetLimits(QSize(kConverterLeastWidth, kConverterLeastHeight),
+                QSize(kMaxSize, kMaxSize));
+      SetResultFieldText(TextFieldResultTemp);
+    } else if (zoomCounter < kZoomSteps) {
+      if (resizing) {
+        SetSize(Stepped(Width(), (targetWidth - originalWidth) /
+                                     static_cast<double>(kZoomSteps)),
+                Stepped(Height(), (targetHeight - originalHeight) /
+                                      static_cast<double>(kZoomSteps)));
+      }
+      layout_.SetTop(ResultField, result.top() + kZoomTravel);
+      layout_.SetHeight(ResultField, result.height() - kZoomTravel);
+      layout_.SetHeight(CharacterField, input.height() + kZoomTravel);
+    }
+  }
+  ++zoomCounter;
+}
+
+std::string MainWindow::ResultFieldText() const {
+  QString text = ResultField->toPlainText();
+  text.replace(QChar('\n'), QChar('\r'));
+  return text.toStdString();
+}
+
+void MainWindow::SetResultFieldText(const std::string& text) {
+  QString shown = QString::fromStdString(text);
+  shown.replace(QChar('\r'), QChar('\n'));
+  ResultField->setPlainText(shown);
+}
+
+void MainWindow::Export() {
+  const std::string exportText = mode != 0 ? TextFieldTemp : CharacterFieldTemp;
+  QuillmereApp* app = App::Instance();
+  ShowMultipleReadingsPrefValue = app->ReadPreferences("ShowMultipleReadings");
+  if (Trim(exportText).empty()) return;
+
+  ExportWindow* dialog = ExportWindow::Instance();
+  QWidget* front = dialog->isVisible() ? static_cast<QWidget*>(dialog) : this;
+  if (dialog->PopupMenu1->currentIndex() == 0) {
+    const QString path =
+        GetSaveFolderItem(front, QStringLiteral("Untitled.txt"));
+    if (path.isEmpty()) return;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    // The fields as they are now, TextField also in dictionary mode.
+    const std::string text = BuildPlainText(
+        TextField->toPlainText().toStdString(), ResultFieldText());
+    file.write(text.data(), static_cast<qint64>(text.size()));
+    return;
+  }
+
+  const QString path =
+      GetSaveFolderItem(front, QStringLiteral("Untitled.html"));
+  if (path.isEmpty()) return;
+  // Made before the table is looked at: without one, it stays empty.
+  QFile file(path);
+  const bool created = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+  LookUpSettings settings;
+  settings.mode = mode;
+  settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
+  settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
+                    ShowMultipleReadingsPrefValue};
+  if (!engine_)
+    engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
+  const ExportPage page = BuildPhoneticPage(exportText, settings, *engine_);
+  if (page.status == ExportPage::Status::kTableMissing) {
+    MsgBox(front,
+           "The data file is missing. Please reinstall the application.");
+    return;
+  }
+  if (page.status != ExportPage::Status::kDone) return;
+  if (!created) {
+    // Where the file can't be made, say so rather than fail at the write.
+    MsgBox(front, QStringLiteral("The page can't be saved in \"%1\": %2.")
+                      .arg(path, file.errorString()));
+    return;
+  }
+  file.write(page.text.data(), static_cast<qint64>(page.text.size()));
 }
 
 }  // namespace quill

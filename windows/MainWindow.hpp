@@ -71,8 +71,14 @@ class MainWindow : public QWidget {
 
   // Reads the input field and shows the result in ResultField.
   void LookUp();
-  // The mode switch; the mode buttons that start it stay hidden.
+  // The mode switch, animated by Timer1; the mode buttons that start it
+  // stay hidden, and showing them is all it takes to offer it.
   void StartModeSwitching();
+  // One step of the switch's animation: Timer1's event.
+  void Timer1_Action();
+  // Writes the last look-up's input to a file the user picks, as plain text
+  // or as a page with phonetic guides, after the choice in ExportWindow.
+  void Export();
 
   // The window's events. Event_Open runs the controls' Open events first.
   void Event_Open();
@@ -103,6 +109,9 @@ class MainWindow : public QWidget {
     return layout_.Rect(control);
   }
   int MinHeight() const;
+  int MinWidth() const;
+  int MaxWidth() const;
+  int MaxHeight() const;
 
   // Where the look-up finds its files; beside the executable unless a
   // test says otherwise. A new engine reads the table again.
@@ -131,7 +140,10 @@ class MainWindow : public QWidget {
   void LookUpCanvas_MouseDrag(int x, int y);
   void DictModeButton_MouseUp();
   void ConverterModeButton_MouseUp();
-  void Timer1_Action();
+  void SetLimits(QSize least, QSize most);
+  // ResultField's text with the layout's CR line ends, and back.
+  std::string ResultFieldText() const;
+  void SetResultFieldText(const std::string& text);
 
   QWidget* content_ = nullptr;
   LockedLayout layout_;
