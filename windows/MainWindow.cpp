@@ -558,8 +558,6 @@ void MainWindow::Timer1_Action() {
     Timer1->stop();
     return;
   }
-  const QRect result = layout_.Rect(ResultField);
-  const QRect input = layout_.Rect(CharacterField);
   if (mode != 0) {
     // A window that is large in one direction only keeps its size.
     const bool resizing = originalWidth > kDictionarySize.width() &&
@@ -579,9 +577,7 @@ void MainWindow::Timer1_Action() {
                 Stepped(Height(), -(originalHeight - kDictionarySize.height()) /
                                       static_cast<double>(kZoomSteps)));
       }
-      layout_.SetTop(ResultField, result.top() - kZoomTravel);
-      layout_.SetHeight(ResultField, result.height() + kZoomTravel);
-      layout_.SetHeight(CharacterField, input.height() - kZoomTravel);
+      MoveFields(-kZoomTravel);
     }
   } else {
     const bool resizing =
@@ -590,7 +586,7 @@ void MainWindow::Timer1_Action() {
       if (resizing) SetSize(targetWidth, targetHeight);
       mode = 1;
       QRect rect = layout_.Rect(TextField);
-      rect.setSize(input.size());
+      rect.setSize(layout_.Rect(CharacterField).size());
       layout_.SetRect(TextField, rect);
       TextField->setVisible(true);
       TextField->setFocus();
@@ -605,12 +601,21 @@ void MainWindow::Timer1_Action() {
                 Stepped(Height(), (targetHeight - originalHeight) /
                                       static_cast<double>(kZoomSteps)));
       }
-      layout_.SetTop(ResultField, result.top() + kZoomTravel);
-      layout_.SetHeight(ResultField, result.height() - kZoomTravel);
-      layout_.SetHeight(CharacterField, input.height() + kZoomTravel);
+      MoveFields(kZoomTravel);
     }
   }
   ++zoomCounter;
+}
+
+// The result field's top moves by `travel` and its bottom stays; the input
+// field grows by as much. Taken after any size change of the step, which
+// the locks have already passed on.
+void MainWindow::MoveFields(int travel) {
+  const QRect result = layout_.Rect(ResultField);
+  layout_.SetTop(ResultField, result.top() + travel);
+  layout_.SetHeight(ResultField, result.height() - travel);
+  layout_.SetHeight(CharacterField,
+                    layout_.Rect(CharacterField).height() + travel);
 }
 
 std::string MainWindow::ResultFieldText() const {

@@ -141,6 +141,7 @@ class MainWindow : public QWidget {
   void DictModeButton_MouseUp();
   void ConverterModeButton_MouseUp();
   void SetLimits(QSize least, QSize most);
+  void MoveFields(int travel);
   // ResultField's text with the layout's CR line ends, and back.
   std::string ResultFieldText() const;
   void SetResultFieldText(const std::string& text);
