@@ -4,12 +4,14 @@
 // folder of the test's own, or with nothing for a cancel.
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 
 #include "DialogsTestSupport.hpp"
 #include "WindowTestSupport.hpp"
+#include "windows/Canvas.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/ExportWindow.hpp"
 #include "windows/MsgBox.hpp"
@@ -102,6 +104,9 @@ class ExportWindowTest : public QObject {
     QVERIFY(dialog->PushButton1->isDefault());
     QVERIFY(dialog->PushButton1->geometry().left() >
             dialog->PushButton2->geometry().left());
+    // A picture of the dialog for a look by eye, when asked for.
+    const QString shot = qEnvironmentVariable("QUILLMERE_SCREENSHOT");
+    if (!shot.isEmpty()) dialog->grab().save(shot);
   }
 
   void plainTextIsTheFieldsAsTheyStand() {
@@ -126,6 +131,28 @@ class ExportWindowTest : public QObject {
     Export(0);
     const QByteArray bytes = FileBytes(Target("export").toStdString());
     QVERIFY(bytes.startsWith(QString("文\n\nHanyu Pinyin\r").toUtf8()));
+  }
+
+  // In dictionary mode the dictionary input decides whether anything is
+  // written, and still the file begins with the converter field's text.
+  void dictionaryModeExports() {
+    main_->TextField->setPlainText(" 中 ");
+    main_->DictModeButton->setVisible(true);
+    main_->DictModeButton->setEnabled(true);
+    QTest::mouseClick(main_->DictModeButton, Qt::LeftButton);
+    for (int tick = 0; tick < 6; ++tick) main_->Timer1_Action();
+    QCOMPARE(main_->mode, 0);
+    main_->CharacterField->setText("文");
+    QTest::mouseClick(main_->LookUpCanvas, Qt::LeftButton);
+    Export(0);
+    QVERIFY(FileBytes(Target("export").toStdString())
+                .startsWith(QString("中\n\n文\r\r").toUtf8()));
+    main_->PinyinSystemsPrefValue = "01000";
+    Export(1);
+    const QString page =
+        QString::fromUtf8(FileBytes(Target("export").toStdString()));
+    QVERIFY(page.contains("<p><ruby>文<rt>ㄨㄣˊ</rt></ruby></p>"));
+    QVERIFY(!page.contains("中"));
   }
 
   void pageHasItsHeadAndRubies() {
