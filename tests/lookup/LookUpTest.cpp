@@ -157,6 +157,20 @@ TEST_F(LookUpTest, LineEndsAndBlanks) {
   EXPECT_EQ(s.pinyinResult, Py("ㄨㄣˊ") + " " + Py("ㄨㄣˊ"));
 }
 
+TEST_F(LookUpTest, HanyuPinyinDecidesTheBlanksEvenWhenItIsOff) {
+  // With segmentation the syllables add no blank. Pinyin on: every input
+  // blank follows a syllable and is copied. Pinyin off: its text holds only
+  // blanks, so the second input blank finds one there and is dropped.
+  settings.segmentationSetting = "1";
+  EXPECT_EQ(Run("文 文 文").zhuyin1Result, "ㄨㄣˊ  ㄨㄣˊ  ㄨㄣˊ ");
+  settings.PinyinSystemsPrefValue = "01111";
+  EXPECT_EQ(Run("文 文 文").zhuyin1Result, "ㄨㄣˊ  ㄨㄣˊ ㄨㄣˊ ");
+  // Rule B looks at Hanyu Pinyin too, on or off.
+  settings.segmentationSetting.clear();
+  EXPECT_EQ(Run("文）").wadeResult,
+            ZhuyinToWade("ㄨㄣˊ", settings.tones) + ") ");
+}
+
 TEST_F(LookUpTest, VerbatimTextInConverterMode) {
   Accumulators r = Run("ab文");
   // Zhuyin 1 runs straight into the syllable; the others get a blank.
