@@ -1,5 +1,6 @@
 #include "bench/Corpus.hpp"
 
+#include <ctime>
 #include <fstream>
 #include <iterator>
 
@@ -35,6 +36,12 @@ std::size_t CountChinese(std::string_view text) {
     }
   }
   return count;
+}
+
+double CpuSeconds() {
+  timespec t{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+  return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
 }
 
 LookUpSettings BenchSettings(const std::string& systems, bool segmented) {

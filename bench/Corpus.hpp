@@ -25,6 +25,10 @@ DataFiles BuildDataFiles();
 // tools that treat the rest of a text differently are measured alike.
 std::size_t CountChinese(std::string_view text);
 
+// Processor time of this process in seconds. The drivers time with it rather
+// than the wall clock, so that figures stay fair on a busy machine.
+double CpuSeconds();
+
 // Settings of the measured look-up: converter mode, the given systems, tones
 // as marks, all readings.
 LookUpSettings BenchSettings(const std::string& systems, bool segmented);
