@@ -2,8 +2,10 @@
 
 #include <sys/mman.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -75,15 +77,58 @@ bool HasText(std::string_view s) {
   return false;
 }
 
+// The accumulators by position in PinyinSystems, less one.
+constexpr std::size_t kPinyin = 0;
+constexpr std::size_t kZhuyin1 = 1;
+constexpr std::size_t kTongyong = 4;
+
+// True when `s` holds one of the pairs that the clean-up closes up: "( ",
+// " )" or "“ ".
+bool HasPair(std::string_view s) {
+  return s.find("( ") != std::string_view::npos ||
+         s.find(" )") != std::string_view::npos ||
+         s.find("“ ") != std::string_view::npos;
+}
+
+// Whether the blank at `j` goes in the clean-up. Replacing every "( " by
+// "(", then every " )" by ")", then every "“ " by "“" takes away exactly the
+// blanks that stand, in the text before the first of them, behind "(", in
+// front of ")" or behind "“": no replacement makes or breaks a pair for the
+// next, since each takes only a blank and leaves the characters around it.
+bool IsClosedUp(std::string_view s, std::size_t j) {
+  if (s[j] != ' ') return false;
+  return (j > 0 && s[j - 1] == '(') || (j + 1 < s.size() && s[j + 1] == ')') ||
+         (j >= 3 && s.substr(j - 3, 3) == "“");
+}
+
+// The clean-up for a text whose blanks that it takes away are all among
+// `candidates`.
+void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
+  std::sort(candidates.begin(), candidates.end());
+  std::size_t kept = 0;
+  for (std::size_t j : candidates) {
+    const bool repeated = kept > 0 && candidates[kept - 1] == j;
+    if (j < s.size() && !repeated && IsClosedUp(s, j)) candidates[kept++] = j;
+  }
+  candidates.resize(kept);
+  char* const data = s.data();
+  std::size_t to = 0;
+  std::size_t from = 0;
+  for (std::size_t j : candidates) {
+    std::memmove(data + to, data + from, j - from);
+    to += j - from;
+    from = j + 1;
+  }
+  std::memmove(data + to, data + from, s.size() - from);
+  s.resize(to + (s.size() - from));
+}
+
 // What one character with a reading adds to each accumulator, the blank
 // behind the syllable included. Worked out once per character and look-up:
 // it depends on the reading string and the settings alone.
 struct Contribution {
-  std::string zhuyin1;
-  std::string pinyin;
-  std::string zhuyin2;
-  std::string wade;
-  std::string tongyong;
+  std::array<std::string, 5> text;  // by position, as the accumulators
+  std::array<bool, 5> hasPair{};
   bool zhuyin1HasText = false;
 };
 
@@ -120,6 +165,11 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
 // is on. Of zhuyin1Result, when it is off, only whether Trim would leave
 // anything is kept, since that alone decides whether a result is shown; text
 // once appended is never taken away again, only white space.
+//
+// The pairs that the clean-up closes up are noted where they are made, so
+// that it need not search the whole of a big result for "(": a pair inside a
+// piece appended (which well-formed readings never make) or white space
+// trimmed off the front of an accumulator sends it back to the full search.
 class Walk {
  public:
   Walk(LookUpEngine& engine, const LookUpSettings& settings)
@@ -127,18 +177,15 @@ class Walk {
         settings_(settings),
         segmented_(settings.segmentationSetting == "1"),
         blankAfterSyllable_(!segmented_ || settings.mode == 0),
+        acc_{&r_.pinyinResult, &r_.zhuyin1Result, &r_.zhuyin2Result,
+             &r_.wadeResult, &r_.tongyongResult},
         slotOfBmp_(0x10000, kUnknown) {
-    const std::string& systems = settings.PinyinSystemsPrefValue;
-    for (int position = 1; position <= 5; ++position) {
-      on_[static_cast<std::size_t>(position - 1)] =
-          SystemIsOn(systems, position);
+    for (std::size_t i = 0; i < 5; ++i) {
+      on_[i] =
+          SystemIsOn(settings.PinyinSystemsPrefValue, static_cast<int>(i + 1));
+      if (i == kPinyin || on_[i]) built_.push_back(i);
+      if (i == kPinyin || (on_[i] && i != kZhuyin1)) latin_.push_back(i);
     }
-    latin_.push_back(&r_.pinyinResult);
-    if (on_[2]) latin_.push_back(&r_.zhuyin2Result);
-    if (on_[3]) latin_.push_back(&r_.wadeResult);
-    if (on_[4]) latin_.push_back(&r_.tongyongResult);
-    built_ = latin_;
-    if (on_[1]) built_.push_back(&r_.zhuyin1Result);
   }
 
   void Run(std::string_view text) {
@@ -168,8 +215,14 @@ class Walk {
         }
       }
     }
-    for (std::string* s : built_) CleanUp(*s);
-    if (on_[1]) zhuyin1HasText_ = HasText(r_.zhuyin1Result);
+    for (std::size_t i : built_) {
+      if (searchAll_[i]) {
+        CleanUp(*acc_[i]);
+      } else if (!pairs_[i].empty()) {
+        CloseUp(*acc_[i], pairs_[i]);
+      }
+    }
+    if (on_[kZhuyin1]) zhuyin1HasText_ = HasText(r_.zhuyin1Result);
   }
 
   Accumulators& results() { return r_; }
@@ -191,12 +244,30 @@ class Walk {
   void Reserve(std::size_t inputSize) {
     // What running Chinese text grows to, a little over; spares the copies
     // of growing. Pages reserved and never written take no memory.
-    for (std::string* s : latin_) ReserveForWriting(*s, inputSize * 3);
-    if (on_[1]) ReserveForWriting(r_.zhuyin1Result, inputSize * 5);
+    for (std::size_t i : built_) {
+      ReserveForWriting(*acc_[i], inputSize * (i == kZhuyin1 ? 5 : 3));
+    }
   }
 
-  void AppendAll(std::string_view s) {
-    for (std::string* acc : built_) acc->append(s);
+  void Append(std::size_t i, std::string_view piece, bool pieceHasPair) {
+    std::string& s = *acc_[i];
+    if (pieceHasPair) {
+      searchAll_[i] = true;
+    } else if (!s.empty() && !piece.empty()) {
+      // The blank of a pair made across the seam.
+      if (piece.front() == ')' && s.back() == ' ') {
+        pairs_[i].push_back(s.size() - 1);
+      } else if (piece.front() == ' ' &&
+                 (s.back() == '(' || std::string_view(s).ends_with("“"))) {
+        pairs_[i].push_back(s.size());
+      }
+    }
+    s.append(piece);
+  }
+
+  void AppendAll(std::string_view piece) {
+    const bool pieceHasPair = HasPair(piece);
+    for (std::size_t i : built_) Append(i, piece, pieceHasPair);
   }
 
   // Text copied as it is into all five, in converter mode only.
@@ -204,35 +275,29 @@ class Walk {
     if (settings_.mode != 1) return;
     verbatimPending_ = true;
     AppendAll(piece);
-    if (!on_[1] && !zhuyin1HasText_) zhuyin1HasText_ = HasText(piece);
+    if (!on_[kZhuyin1] && !zhuyin1HasText_) zhuyin1HasText_ = HasText(piece);
   }
 
   void Character(std::uint32_t code, std::string_view character) {
     if (verbatimPending_ && !segmented_) {
-      for (std::string* acc : latin_) {
-        if (!EndsWith(*acc, ' ') && !EndsWith(*acc, kEndOfLine)) *acc += ' ';
+      for (std::size_t i : latin_) {
+        const std::string& s = *acc_[i];
+        if (!EndsWith(s, ' ') && !EndsWith(s, kEndOfLine))
+          Append(i, " ", false);
       }
     }
     verbatimPending_ = false;
     const int slot = Slot(code, character);
     if (slot >= 0) {
-      Append(contributions_[static_cast<std::size_t>(slot)]);
+      const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
+      for (std::size_t i : built_) Append(i, c.text[i], c.hasPair[i]);
+      if (!on_[kZhuyin1]) {
+        zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
+      }
       if (settings_.mode == 0) foundCharacters_.append(character);
     } else if (slot <= kFirstMark) {
       Punctuation(kMarks[static_cast<std::size_t>(kFirstMark - slot)]);
     }
-  }
-
-  void Append(const Contribution& c) {
-    r_.pinyinResult += c.pinyin;
-    if (on_[1]) {
-      r_.zhuyin1Result += c.zhuyin1;
-    } else {
-      zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
-    }
-    if (on_[2]) r_.zhuyin2Result += c.zhuyin2;
-    if (on_[3]) r_.wadeResult += c.wade;
-    if (on_[4]) r_.tongyongResult += c.tongyong;
   }
 
   // The character's slot, worked out at its first occurrence: punctuation
@@ -246,43 +311,46 @@ class Walk {
     }
     if (*known != kUnknown) return *known;
     for (std::size_t i = 0; i < kMarks.size(); ++i) {
-      if (kMarks[i].input == code)
+      if (kMarks[i].input == code) {
         return *known = kFirstMark - static_cast<int>(i);
+      }
     }
     const long hit = engine_.Search(character);
     if (hit < 1) return *known = kNoReading;
-    contributions_.push_back(Contribute(engine_.table().ReadingEntry(hit)));
-    return *known = static_cast<int>(contributions_.size() - 1);
+    // Characters that read alike share one contribution.
+    const std::string_view entry = engine_.table().ReadingEntry(hit);
+    const auto [it, isNew] = slotOfEntry_.try_emplace(
+        entry, static_cast<int>(contributions_.size()));
+    if (isNew) contributions_.push_back(Contribute(entry));
+    return *known = it->second;
   }
 
   Contribution Contribute(std::string_view entry) const {
     const ToneSettings& tones = settings_.tones;
-    const std::string_view blank = blankAfterSyllable_ ? " " : "";
     Contribution c;
-    c.zhuyin1 = Zhuyin1Readings(entry, tones);
-    c.zhuyin1HasText = HasText(c.zhuyin1);
-    if (on_[0]) c.pinyin = ZhuyinToPinyin(entry, tones);
-    c.pinyin += blank;
-    if (on_[2]) {
-      c.zhuyin2 = ZhuyinToZhuyin2(std::string(entry) + " ", tones);
-      c.zhuyin2 += blank;
+    c.text[kZhuyin1] = Zhuyin1Readings(entry, tones);
+    c.zhuyin1HasText = HasText(c.text[kZhuyin1]);
+    if (on_[0]) c.text[0] = ZhuyinToPinyin(entry, tones);
+    if (on_[2]) c.text[2] = ZhuyinToZhuyin2(std::string(entry) + " ", tones);
+    if (on_[3]) c.text[3] = ZhuyinToWade(entry, tones);
+    if (on_[4]) c.text[4] = ZhuyinToTungyong(entry, tones);
+    for (std::size_t i = 0; i < 5; ++i) {
+      if (i != kZhuyin1 && blankAfterSyllable_) c.text[i] += ' ';
+      c.hasPair[i] = HasPair(c.text[i]);
     }
-    if (on_[3]) c.wade = ZhuyinToWade(entry, tones) + std::string(blank);
-    if (on_[4])
-      c.tongyong = ZhuyinToTungyong(entry, tones) + std::string(blank);
     return c;
   }
 
   void Punctuation(const Mark& mark) {
-    if (on_[1]) {
-      TrimInPlace(r_.zhuyin1Result);
-      r_.zhuyin1Result.append(mark.zhuyin1);
-    } else {
-      zhuyin1HasText_ = true;  // every mark shows in Zhuyin 1
-    }
-    for (std::string* acc : latin_) {
-      TrimInPlace(*acc);
-      acc->append(acc == &r_.tongyongResult ? mark.tongyong : mark.latin);
+    if (!on_[kZhuyin1]) zhuyin1HasText_ = true;  // every mark shows there
+    for (std::size_t i : built_) {
+      const std::string_view text = i == kZhuyin1    ? mark.zhuyin1
+                                    : i == kTongyong ? mark.tongyong
+                                                     : mark.latin;
+      std::string& s = *acc_[i];
+      if (!s.empty() && IsTrimmable(s.front())) searchAll_[i] = true;
+      TrimInPlace(s);
+      Append(i, text, HasPair(text));
     }
     if (segmented_) return;
     if (mark.rule == 'A' ||
@@ -301,15 +369,19 @@ class Walk {
   const LookUpSettings& settings_;
   const bool segmented_;
   const bool blankAfterSyllable_;
+  Accumulators r_;
+  const std::array<std::string*, 5> acc_;  // r_ by position
   std::array<bool, 5> on_{};
-  std::vector<std::string*> latin_;  // the built ones but zhuyin1Result
-  std::vector<std::string*> built_;
+  std::array<std::vector<std::size_t>, 5> pairs_;  // blanks, by position
+  std::array<bool, 5> searchAll_{};
+  std::vector<std::size_t> built_;  // positions of the accumulators built
+  std::vector<std::size_t> latin_;  // the same but zhuyin1Result
   bool verbatimPending_ = false;
   bool zhuyin1HasText_ = false;
-  Accumulators r_;
   std::string foundCharacters_;
   std::vector<int> slotOfBmp_;
   std::unordered_map<std::uint32_t, int> slotOfOther_;
+  std::unordered_map<std::string_view, int> slotOfEntry_;
   std::vector<Contribution> contributions_;
 };
 
