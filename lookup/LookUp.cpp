@@ -1,7 +1,5 @@
 #include "lookup/LookUp.hpp"
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -51,22 +49,6 @@ constexpr std::array<Mark, 13> kMarks{{
 
 bool EndsWith(const std::string& s, char c) {
   return !s.empty() && s.back() == c;
-}
-
-// Reserves `size` bytes for a text that is written once from start to end.
-// A big one asks for transparent huge pages: where the system grants them
-// only on request, first touches of the pages otherwise cost more than all
-// the writing into them.
-void ReserveForWriting(std::string& s, std::size_t size) {
-  s.reserve(size);
-  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
-  if (s.capacity() < 2 * kHugePage) return;
-  const auto begin = reinterpret_cast<std::uintptr_t>(s.data());
-  const std::uintptr_t from = (begin + kHugePage - 1) & ~(kHugePage - 1);
-  const std::uintptr_t to = (begin + s.capacity()) & ~(kHugePage - 1);
-  if (to > from) {
-    madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
-  }
 }
 
 // True when `s` holds anything but white space: what Trim leaves.

@@ -1,7 +1,10 @@
 #include "text/TextOps.hpp"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 namespace quill {
@@ -184,6 +187,23 @@ std::string ReplaceAll(std::string_view s, std::string_view find,
   }
   out.append(s.substr(from));
   return out;
+}
+
+void ReserveForWriting(std::string& s, std::size_t size) {
+  s.reserve(size);
+  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
+  if (s.capacity() < 2 * kHugePage) return;
+  const auto begin = reinterpret_cast<std::uintptr_t>(s.data());
+  const std::uintptr_t from = (begin + kHugePage - 1) & ~(kHugePage - 1);
+  const std::uintptr_t to = (begin + s.capacity()) & ~(kHugePage - 1);
+  if (to <= from) return;
+  madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+#ifdef MADV_POPULATE_WRITE
+  // The small pages in front of the first huge one are written first; one
+  // call maps them all for less than a fault each.
+  const std::uintptr_t head = begin & ~std::uintptr_t{4095};
+  madvise(reinterpret_cast<void*>(head), from - head, MADV_POPULATE_WRITE);
+#endif
 }
 
 void ReplaceAllInPlace(std::string& s, std::string_view find,

@@ -102,6 +102,13 @@ std::string Replace(std::string_view s, std::string_view find,
                     std::string_view with);
 std::string ReplaceAll(std::string_view s, std::string_view find,
                        std::string_view with);
+// Reserves room for `size` bytes in a text that is then written once from
+// start to end, such as a result of megabytes. Where the system grants huge
+// pages only on request (Linux with transparent huge pages on "madvise"), a
+// big text asks for them: the first touches of small pages can otherwise cost
+// more than all the writing.
+void ReserveForWriting(std::string& s, std::size_t size);
+
 // ReplaceAll on `s` itself, with the same result; no copy of the text when
 // `with` is no longer than `find`.
 void ReplaceAllInPlace(std::string& s, std::string_view find,
