@@ -1,6 +1,9 @@
 #include "lookup/LookUp.hpp"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -44,26 +47,71 @@ constexpr std::array<Mark, 13> kMarks{{
     {0xFF1A, ": ", ": ", ": ", 0},
 }};
 
-const Mark* FindMark(std::uint32_t code) {
-  for (const Mark& mark : kMarks) {
-    if (mark.input == code) return &mark;
-  }
-  return nullptr;
-}
-
 bool EndsWith(const std::string& s, char c) {
   return !s.empty() && s.back() == c;
 }
 
-// What one character with a reading adds to each accumulator. Worked out
-// once per character and look-up: it depends on the reading string and the
-// settings alone.
+// True when `s` holds anything but white space: what Trim leaves.
+bool HasText(std::string_view s) {
+  for (char c : s) {
+    if (!IsTrimmable(c)) return true;
+  }
+  return false;
+}
+
+// The accumulators by position in PinyinSystems, less one.
+constexpr std::size_t kPinyin = 0;
+constexpr std::size_t kZhuyin1 = 1;
+constexpr std::size_t kTongyong = 4;
+
+// True when `s` holds one of the pairs that the clean-up closes up: "( ",
+// " )" or "“ ".
+bool HasPair(std::string_view s) {
+  return s.find("( ") != std::string_view::npos ||
+         s.find(" )") != std::string_view::npos ||
+         s.find("“ ") != std::string_view::npos;
+}
+
+// Whether the blank at `j` goes in the clean-up. Replacing every "( " by
+// "(", then every " )" by ")", then every "“ " by "“" takes away exactly the
+// blanks that stand, in the text before the first of them, behind "(", in
+// front of ")" or behind "“": no replacement makes or breaks a pair for the
+// next, since each takes only a blank and leaves the characters around it.
+bool IsClosedUp(std::string_view s, std::size_t j) {
+  if (s[j] != ' ') return false;
+  return (j > 0 && s[j - 1] == '(') || (j + 1 < s.size() && s[j + 1] == ')') ||
+         (j >= 3 && s.substr(j - 3, 3) == "“");
+}
+
+// The clean-up for a text whose blanks that it takes away are all among
+// `candidates`.
+void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
+  std::sort(candidates.begin(), candidates.end());
+  std::size_t kept = 0;
+  for (std::size_t j : candidates) {
+    const bool repeated = kept > 0 && candidates[kept - 1] == j;
+    if (j < s.size() && !repeated && IsClosedUp(s, j)) candidates[kept++] = j;
+  }
+  candidates.resize(kept);
+  char* const data = s.data();
+  std::size_t to = 0;
+  std::size_t from = 0;
+  for (std::size_t j : candidates) {
+    std::memmove(data + to, data + from, j - from);
+    to += j - from;
+    from = j + 1;
+  }
+  std::memmove(data + to, data + from, s.size() - from);
+  s.resize(to + (s.size() - from));
+}
+
+// What one character with a reading adds to each accumulator, the blank
+// behind the syllable included. Worked out once per character and look-up:
+// it depends on the reading string and the settings alone.
 struct Contribution {
-  std::string zhuyin1;
-  std::string pinyin;
-  std::string zhuyin2;
-  std::string wade;
-  std::string tongyong;
+  std::array<std::string, 5> text;  // by position, as the accumulators
+  std::array<bool, 5> hasPair{};
+  bool zhuyin1HasText = false;
 };
 
 // The readings as they stand, further ones in brackets:
@@ -92,101 +140,150 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
   return out;
 }
 
-Contribution Contribute(std::string_view entry,
-                        const LookUpSettings& settings) {
-  const std::string& systems = settings.PinyinSystemsPrefValue;
-  const ToneSettings& tones = settings.tones;
-  Contribution c;
-  c.zhuyin1 = Zhuyin1Readings(entry, tones);
-  if (SystemIsOn(systems, 1)) c.pinyin = ZhuyinToPinyin(entry, tones);
-  if (SystemIsOn(systems, 3)) {
-    c.zhuyin2 = ZhuyinToZhuyin2(std::string(entry) + " ", tones);
-  }
-  if (SystemIsOn(systems, 4)) c.wade = ZhuyinToWade(entry, tones);
-  if (SystemIsOn(systems, 5)) c.tongyong = ZhuyinToTungyong(entry, tones);
-  return c;
-}
-
 // The character loop over one text.
+//
+// Only the accumulators that reach the result are built: pinyinResult always
+// (its last character decides where blanks go), the others when their system
+// is on. Of zhuyin1Result, when it is off, only whether Trim would leave
+// anything is kept, since that alone decides whether a result is shown; text
+// once appended is never taken away again, only white space.
+//
+// The pairs that the clean-up closes up are noted where they are made, so
+// that it need not search the whole of a big result for "(": a pair inside a
+// piece appended (which well-formed readings never make) or white space
+// trimmed off the front of an accumulator sends it back to the full search.
 class Walk {
  public:
   Walk(LookUpEngine& engine, const LookUpSettings& settings)
       : engine_(engine),
         settings_(settings),
         segmented_(settings.segmentationSetting == "1"),
-        slotOfBmp_(0x10000, kUnknown) {}
+        blankAfterSyllable_(!segmented_ || settings.mode == 0),
+        acc_{&r_.pinyinResult, &r_.zhuyin1Result, &r_.zhuyin2Result,
+             &r_.wadeResult, &r_.tongyongResult},
+        slotOfBmp_(0x10000, kUnknown) {
+    for (std::size_t i = 0; i < 5; ++i) {
+      on_[i] =
+          SystemIsOn(settings.PinyinSystemsPrefValue, static_cast<int>(i + 1));
+      if (i == kPinyin || on_[i]) built_.push_back(i);
+      if (i == kPinyin || (on_[i] && i != kZhuyin1)) latin_.push_back(i);
+    }
+  }
 
   void Run(std::string_view text) {
     Reserve(text.size());
     for (std::size_t pos = 0; pos < text.size();) {
-      const Utf8Char c = DecodeChar(text, pos);
-      const std::string_view character = text.substr(pos, c.length);
-      pos += c.length;
-      if (c.code == '\n' || c.code == '\r') {
+      const auto byte = static_cast<unsigned char>(text[pos]);
+      if (byte == '\n' || byte == '\r') {
         AppendAll(std::string_view(&kEndOfLine, 1));
-      } else if (c.code == ' ') {
+        ++pos;
+      } else if (byte == ' ') {
         if (!EndsWith(r_.pinyinResult, ' ')) AppendAll(" ");
-      } else if (TakesCharacterPath(c.code)) {
-        Character(c.code, character);
-      } else if (settings_.mode == 1) {
-        verbatimPending_ = true;
-        AppendAll(character);
+        ++pos;
+      } else if (byte < 0x80) {
+        // A run of ASCII goes verbatim as one piece.
+        std::size_t end = pos + 1;
+        while (end < text.size() && IsPlainAscii(text[end])) ++end;
+        Verbatim(text.substr(pos, end - pos));
+        pos = end;
+      } else {
+        const Utf8Char c = DecodeChar(text, pos);
+        const std::string_view character = text.substr(pos, c.length);
+        pos += c.length;
+        if (TakesCharacterPath(c.code)) {
+          Character(c.code, character);
+        } else {
+          Verbatim(character);
+        }
       }
     }
-    for (std::string* s : All()) CleanUp(*s);
+    for (std::size_t i : built_) {
+      if (searchAll_[i]) {
+        CleanUp(*acc_[i]);
+      } else if (!pairs_[i].empty()) {
+        CloseUp(*acc_[i], pairs_[i]);
+      }
+    }
+    if (on_[kZhuyin1]) zhuyin1HasText_ = HasText(r_.zhuyin1Result);
   }
 
-  const Accumulators& results() const { return r_; }
+  Accumulators& results() { return r_; }
+  bool zhuyin1HasText() const { return zhuyin1HasText_; }
   const std::string& foundCharacters() const { return foundCharacters_; }
 
  private:
+  // Slots of the character cache: an index into contributions_, or one of
+  // these, or kFirstMark - i for the punctuation mark kMarks[i].
   static constexpr int kUnknown = -1;
   static constexpr int kNoReading = -2;
+  static constexpr int kFirstMark = -3;
 
-  std::array<std::string*, 5> All() {
-    return {&r_.pinyinResult, &r_.zhuyin1Result, &r_.zhuyin2Result,
-            &r_.wadeResult, &r_.tongyongResult};
+  static bool IsPlainAscii(char c) {
+    return static_cast<unsigned char>(c) < 0x80 && c != '\n' && c != '\r' &&
+           c != ' ';
   }
 
   void Reserve(std::size_t inputSize) {
-    // Roughly what a Chinese text grows to; saves most reallocation.
-    for (std::string* s : All()) s->reserve(inputSize * 2);
+    // What running Chinese text grows to, a little over; spares the copies
+    // of growing. Pages reserved and never written take no memory.
+    for (std::size_t i : built_) {
+      ReserveForWriting(*acc_[i], inputSize * (i == kZhuyin1 ? 5 : 3));
+    }
   }
 
-  void AppendAll(std::string_view s) {
-    for (std::string* acc : All()) acc->append(s);
+  void Append(std::size_t i, std::string_view piece, bool pieceHasPair) {
+    std::string& s = *acc_[i];
+    if (pieceHasPair) {
+      searchAll_[i] = true;
+    } else if (!s.empty() && !piece.empty()) {
+      // The blank of a pair made across the seam.
+      if (piece.front() == ')' && s.back() == ' ') {
+        pairs_[i].push_back(s.size() - 1);
+      } else if (piece.front() == ' ' &&
+                 (s.back() == '(' || std::string_view(s).ends_with("“"))) {
+        pairs_[i].push_back(s.size());
+      }
+    }
+    s.append(piece);
+  }
+
+  void AppendAll(std::string_view piece) {
+    const bool pieceHasPair = HasPair(piece);
+    for (std::size_t i : built_) Append(i, piece, pieceHasPair);
+  }
+
+  // Text copied as it is into all five, in converter mode only.
+  void Verbatim(std::string_view piece) {
+    if (settings_.mode != 1) return;
+    verbatimPending_ = true;
+    AppendAll(piece);
+    if (!on_[kZhuyin1] && !zhuyin1HasText_) zhuyin1HasText_ = HasText(piece);
   }
 
   void Character(std::uint32_t code, std::string_view character) {
     if (verbatimPending_ && !segmented_) {
-      for (std::string* acc : {&r_.pinyinResult, &r_.zhuyin2Result,
-                               &r_.wadeResult, &r_.tongyongResult}) {
-        if (!EndsWith(*acc, ' ') && !EndsWith(*acc, kEndOfLine)) *acc += ' ';
+      for (std::size_t i : latin_) {
+        const std::string& s = *acc_[i];
+        if (!EndsWith(s, ' ') && !EndsWith(s, kEndOfLine))
+          Append(i, " ", false);
       }
     }
     verbatimPending_ = false;
-    if (const Mark* mark = FindMark(code)) {
-      Punctuation(*mark);
-      return;
-    }
     const int slot = Slot(code, character);
-    if (slot == kNoReading) return;
-    const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
-    r_.zhuyin1Result += c.zhuyin1;
-    r_.pinyinResult += c.pinyin;
-    r_.zhuyin2Result += c.zhuyin2;
-    r_.wadeResult += c.wade;
-    r_.tongyongResult += c.tongyong;
-    if (!segmented_ || settings_.mode == 0) {
-      for (std::string* acc : {&r_.pinyinResult, &r_.zhuyin2Result,
-                               &r_.wadeResult, &r_.tongyongResult}) {
-        *acc += ' ';
+    if (slot >= 0) {
+      const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
+      for (std::size_t i : built_) Append(i, c.text[i], c.hasPair[i]);
+      if (!on_[kZhuyin1]) {
+        zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
       }
+      if (settings_.mode == 0) foundCharacters_.append(character);
+    } else if (slot <= kFirstMark) {
+      Punctuation(kMarks[static_cast<std::size_t>(kFirstMark - slot)]);
     }
-    if (settings_.mode == 0) foundCharacters_.append(character);
   }
 
-  // Index of the character's contribution, or kNoReading.
+  // The character's slot, worked out at its first occurrence: punctuation
+  // first, then the table.
   int Slot(std::uint32_t code, std::string_view character) {
     int* known = nullptr;
     if (code < 0x10000) {
@@ -195,24 +292,47 @@ class Walk {
       known = &slotOfOther_.try_emplace(code, kUnknown).first->second;
     }
     if (*known != kUnknown) return *known;
+    for (std::size_t i = 0; i < kMarks.size(); ++i) {
+      if (kMarks[i].input == code) {
+        return *known = kFirstMark - static_cast<int>(i);
+      }
+    }
     const long hit = engine_.Search(character);
     if (hit < 1) return *known = kNoReading;
-    contributions_.push_back(
-        Contribute(engine_.table().ReadingEntry(hit), settings_));
-    return *known = static_cast<int>(contributions_.size() - 1);
+    // Characters that read alike share one contribution.
+    const std::string_view entry = engine_.table().ReadingEntry(hit);
+    const auto [it, isNew] = slotOfEntry_.try_emplace(
+        entry, static_cast<int>(contributions_.size()));
+    if (isNew) contributions_.push_back(Contribute(entry));
+    return *known = it->second;
+  }
+
+  Contribution Contribute(std::string_view entry) const {
+    const ToneSettings& tones = settings_.tones;
+    Contribution c;
+    c.text[kZhuyin1] = Zhuyin1Readings(entry, tones);
+    c.zhuyin1HasText = HasText(c.text[kZhuyin1]);
+    if (on_[0]) c.text[0] = ZhuyinToPinyin(entry, tones);
+    if (on_[2]) c.text[2] = ZhuyinToZhuyin2(std::string(entry) + " ", tones);
+    if (on_[3]) c.text[3] = ZhuyinToWade(entry, tones);
+    if (on_[4]) c.text[4] = ZhuyinToTungyong(entry, tones);
+    for (std::size_t i = 0; i < 5; ++i) {
+      if (i != kZhuyin1 && blankAfterSyllable_) c.text[i] += ' ';
+      c.hasPair[i] = HasPair(c.text[i]);
+    }
+    return c;
   }
 
   void Punctuation(const Mark& mark) {
-    const std::array<std::pair<std::string*, std::string_view>, 5> order{{
-        {&r_.zhuyin1Result, mark.zhuyin1},
-        {&r_.pinyinResult, mark.latin},
-        {&r_.zhuyin2Result, mark.latin},
-        {&r_.wadeResult, mark.latin},
-        {&r_.tongyongResult, mark.tongyong},
-    }};
-    for (const auto& [acc, text] : order) {
-      TrimInPlace(*acc);
-      acc->append(text);
+    if (!on_[kZhuyin1]) zhuyin1HasText_ = true;  // every mark shows there
+    for (std::size_t i : built_) {
+      const std::string_view text = i == kZhuyin1    ? mark.zhuyin1
+                                    : i == kTongyong ? mark.tongyong
+                                                     : mark.latin;
+      std::string& s = *acc_[i];
+      if (!s.empty() && IsTrimmable(s.front())) searchAll_[i] = true;
+      TrimInPlace(s);
+      Append(i, text, HasPair(text));
     }
     if (segmented_) return;
     if (mark.rule == 'A' ||
@@ -222,21 +342,63 @@ class Walk {
   }
 
   static void CleanUp(std::string& s) {
-    if (s.find("( ") != std::string::npos) s = ReplaceAll(s, "( ", "(");
-    if (s.find(" )") != std::string::npos) s = ReplaceAll(s, " )", ")");
-    if (s.find("“ ") != std::string::npos) s = ReplaceAll(s, "“ ", "“");
+    ReplaceAllInPlace(s, "( ", "(");
+    ReplaceAllInPlace(s, " )", ")");
+    ReplaceAllInPlace(s, "“ ", "“");
   }
 
   LookUpEngine& engine_;
   const LookUpSettings& settings_;
   const bool segmented_;
-  bool verbatimPending_ = false;
+  const bool blankAfterSyllable_;
   Accumulators r_;
+  const std::array<std::string*, 5> acc_;  // r_ by position
+  std::array<bool, 5> on_{};
+  std::array<std::vector<std::size_t>, 5> pairs_;  // blanks, by position
+  std::array<bool, 5> searchAll_{};
+  std::vector<std::size_t> built_;  // positions of the accumulators built
+  std::vector<std::size_t> latin_;  // the same but zhuyin1Result
+  bool verbatimPending_ = false;
+  bool zhuyin1HasText_ = false;
   std::string foundCharacters_;
   std::vector<int> slotOfBmp_;
   std::unordered_map<std::uint32_t, int> slotOfOther_;
+  std::unordered_map<std::string_view, int> slotOfEntry_;
   std::vector<Contribution> contributions_;
 };
+
+// The blocks of the selected systems. Each body is released once it is
+// copied, so that the accumulators and the result are never both whole in
+// memory.
+std::string Assemble(Accumulators& results, bool shown, int mode,
+                     const std::string& foundCharacters,
+                     const std::string& PinyinSystemsPrefValue) {
+  if (!shown) return {};
+  const std::array<std::pair<std::string, std::string*>, 5> blocks{{
+      {App::kHanyuPinyinText(), &results.pinyinResult},
+      {App::kZhuyin1Text(), &results.zhuyin1Result},
+      {App::kZhuyin2Text(), &results.zhuyin2Result},
+      {App::kWadeGilesText(), &results.wadeResult},
+      {App::kTongyongPinyinText(), &results.tongyongResult},
+  }};
+  std::size_t size = foundCharacters.size() + 2;
+  for (const auto& [header, body] : blocks)
+    size += header.size() + body->size() + 32;
+  std::string text;
+  ReserveForWriting(text, size);
+  if (mode == 0) text.append(foundCharacters).append("\r\r");
+  for (int position = 1; position <= 5; ++position) {
+    if (!SystemIsOn(PinyinSystemsPrefValue, position)) continue;
+    const auto& [header, body] = blocks[static_cast<std::size_t>(position - 1)];
+    // Every block but the first of the table opens with two empty lines,
+    // whichever block happens to come first.
+    if (position > 1) text.append("\r\r");
+    text.append(header).append("\r").append(kRule).append("\r");
+    text.append(*body).append("\r");
+    std::string().swap(*body);
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -266,9 +428,7 @@ long LookUpEngine::Search(std::string_view character) {
   return table_.Find(converter_.STConvert(character));
 }
 
-std::string LookUpEngine::TextToLookUp(const std::string& trimmed,
-                                       const LookUpSettings& settings) {
-  if (settings.mode == 0 || settings.segmentationSetting != "1") return trimmed;
+std::string LookUpEngine::TextToLookUp(const std::string& trimmed) {
   const std::string folder = files_.temporaryFolder.empty()
                                  ? TemporaryFolder()
                                  : files_.temporaryFolder;
@@ -277,43 +437,28 @@ std::string LookUpEngine::TextToLookUp(const std::string& trimmed,
 
 LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
                                           const LookUpSettings& settings) {
-  const std::string lookUpText = TextToLookUp(Trim(fieldText), settings);
+  // The input is walked where it stands unless Tokenizer rewrites it.
+  std::string_view lookUpText = TrimView(fieldText);
+  std::string segmented;
+  if (settings.mode == 1 && settings.segmentationSetting == "1") {
+    segmented = TextToLookUp(std::string(lookUpText));
+    lookUpText = segmented;
+  }
   if (lookUpText.empty()) return {Outcome::kNothing, {}};
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
   Walk walk(*this, settings);
   walk.Run(lookUpText);
   return {Outcome::kShown,
-          AssembleResult(walk.results(), settings.mode, walk.foundCharacters(),
-                         settings.PinyinSystemsPrefValue)};
+          Assemble(walk.results(), walk.zhuyin1HasText(), settings.mode,
+                   walk.foundCharacters(), settings.PinyinSystemsPrefValue)};
 }
 
 std::string AssembleResult(const Accumulators& results, int mode,
                            const std::string& foundCharacters,
                            const std::string& PinyinSystemsPrefValue) {
-  if (Trim(results.zhuyin1Result).empty()) return {};
-  const std::array<std::pair<std::string, const std::string*>, 5> blocks{{
-      {App::kHanyuPinyinText(), &results.pinyinResult},
-      {App::kZhuyin1Text(), &results.zhuyin1Result},
-      {App::kZhuyin2Text(), &results.zhuyin2Result},
-      {App::kWadeGilesText(), &results.wadeResult},
-      {App::kTongyongPinyinText(), &results.tongyongResult},
-  }};
-  std::size_t size = foundCharacters.size() + 2;
-  for (const auto& [header, body] : blocks)
-    size += header.size() + body->size() + 32;
-  std::string text;
-  text.reserve(size);
-  if (mode == 0) text.append(foundCharacters).append("\r\r");
-  for (int position = 1; position <= 5; ++position) {
-    if (!SystemIsOn(PinyinSystemsPrefValue, position)) continue;
-    const auto& [header, body] = blocks[static_cast<std::size_t>(position - 1)];
-    // Every block but the first of the table opens with two empty lines,
-    // whichever block happens to come first.
-    if (position > 1) text.append("\r\r");
-    text.append(header).append("\r").append(kRule).append("\r");
-    text.append(*body).append("\r");
-  }
-  return text;
+  Accumulators copy = results;
+  return Assemble(copy, HasText(results.zhuyin1Result), mode, foundCharacters,
+                  PinyinSystemsPrefValue);
 }
 
 }  // namespace quill

@@ -77,8 +77,8 @@ class LookUpEngine {
   const DataFiles& files() const { return files_; }
 
  private:
-  std::string TextToLookUp(const std::string& trimmed,
-                           const LookUpSettings& settings);
+  // What Tokenizer makes of the trimmed input.
+  std::string TextToLookUp(const std::string& trimmed);
 
   DataFiles files_;
   ReadingTable table_;

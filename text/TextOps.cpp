@@ -1,13 +1,15 @@
 #include "text/TextOps.hpp"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace quill {
 
 namespace {
-
-bool IsContinuation(unsigned char b) { return (b & 0xC0) == 0x80; }
 
 char FoldAscii(char c) {
   return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
@@ -28,7 +30,22 @@ std::size_t FindFolded(std::string_view s, std::string_view find,
   const bool hasLetter = std::any_of(find.begin(), find.end(), [](char c) {
     return (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
   });
-  if (!hasLetter) return s.find(find, from);
+  if (!hasLetter) {
+    // A plain byte search, anchored on a byte other than a blank where the
+    // needle has one: blanks are everywhere in the texts searched here, so
+    // looking for one stops at every word.
+    std::size_t anchor = 0;
+    while (anchor + 1 < find.size() && find[anchor] == ' ') ++anchor;
+    for (std::size_t at = s.find(find[anchor], from + anchor);
+         at != std::string_view::npos; at = s.find(find[anchor], at + 1)) {
+      const std::size_t i = at - anchor;
+      if (i + find.size() > s.size()) break;
+      std::size_t k = 0;
+      while (k < find.size() && s[i + k] == find[k]) ++k;
+      if (k == find.size()) return i;
+    }
+    return std::string_view::npos;
+  }
   for (std::size_t i = from; i + find.size() <= s.size(); ++i) {
     if (EqualFoldedAt(s, i, find)) return i;
   }
@@ -45,33 +62,6 @@ std::size_t ByteOfChar(std::string_view s, long index) {
 }
 
 }  // namespace
-
-Utf8Char DecodeChar(std::string_view s, std::size_t pos) {
-  const auto b0 = static_cast<unsigned char>(s[pos]);
-  if (b0 < 0x80) return {b0, 1};
-  std::size_t need;
-  std::uint32_t code;
-  std::uint32_t minimum;
-  if (b0 >= 0xC2 && b0 <= 0xDF) {
-    need = 1, code = b0 & 0x1F, minimum = 0x80;
-  } else if (b0 >= 0xE0 && b0 <= 0xEF) {
-    need = 2, code = b0 & 0x0F, minimum = 0x800;
-  } else if (b0 >= 0xF0 && b0 <= 0xF4) {
-    need = 3, code = b0 & 0x07, minimum = 0x10000;
-  } else {
-    return {b0, 1};
-  }
-  if (pos + need >= s.size()) return {b0, 1};
-  for (std::size_t i = 1; i <= need; ++i) {
-    const auto b = static_cast<unsigned char>(s[pos + i]);
-    if (!IsContinuation(b)) return {b0, 1};
-    code = (code << 6) | (b & 0x3F);
-  }
-  if (code < minimum || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
-    return {b0, 1};
-  }
-  return {code, need + 1};
-}
 
 std::string Chr(std::uint32_t code) {
   std::string out;
@@ -159,12 +149,14 @@ bool Equals(std::string_view a, std::string_view b) {
   return a.size() == b.size() && EqualFoldedAt(a, 0, b);
 }
 
-std::string Trim(std::string_view s) {
+std::string Trim(std::string_view s) { return std::string(TrimView(s)); }
+
+std::string_view TrimView(std::string_view s) {
   std::size_t from = 0;
   std::size_t to = s.size();
   while (from < to && IsTrimmable(s[from])) ++from;
   while (to > from && IsTrimmable(s[to - 1])) --to;
-  return std::string(s.substr(from, to - from));
+  return s.substr(from, to - from);
 }
 
 void TrimInPlace(std::string& s) {
@@ -195,6 +187,48 @@ std::string ReplaceAll(std::string_view s, std::string_view find,
   }
   out.append(s.substr(from));
   return out;
+}
+
+void ReserveForWriting(std::string& s, std::size_t size) {
+  s.reserve(size);
+  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
+  if (s.capacity() < 2 * kHugePage) return;
+  const auto begin = reinterpret_cast<std::uintptr_t>(s.data());
+  const std::uintptr_t from = (begin + kHugePage - 1) & ~(kHugePage - 1);
+  const std::uintptr_t to = (begin + s.capacity()) & ~(kHugePage - 1);
+  if (to <= from) return;
+  madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+#ifdef MADV_POPULATE_WRITE
+  // The small pages in front of the first huge one are written first; one
+  // call maps them all for less than a fault each.
+  const std::uintptr_t head = begin & ~std::uintptr_t{4095};
+  madvise(reinterpret_cast<void*>(head), from - head, MADV_POPULATE_WRITE);
+#endif
+}
+
+void ReplaceAllInPlace(std::string& s, std::string_view find,
+                       std::string_view with) {
+  std::size_t hit = FindFolded(s, find, 0);
+  if (hit == std::string::npos) return;
+  if (with.size() > find.size()) {
+    s = ReplaceAll(s, find, with);
+    return;
+  }
+  // The text only shrinks, so the part written (before `to`) never reaches
+  // the part still to be searched (from `from` on), which stays as it was.
+  char* const data = s.data();
+  std::size_t to = hit;
+  std::size_t from = hit;
+  while (hit != std::string::npos) {
+    std::memmove(data + to, data + from, hit - from);
+    to += hit - from;
+    std::memmove(data + to, with.data(), with.size());
+    to += with.size();
+    from = hit + find.size();
+    hit = FindFolded(s, find, from);
+  }
+  std::memmove(data + to, data + from, s.size() - from);
+  s.resize(to + (s.size() - from));
 }
 
 long CountFields(std::string_view s, std::string_view separator) {

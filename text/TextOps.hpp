@@ -28,7 +28,34 @@ struct Utf8Char {
 };
 
 // Decodes the character that starts at byte `pos` of `s` (pos < s.size()).
-Utf8Char DecodeChar(std::string_view s, std::size_t pos);
+// Inline: the character loops of the look-up and the export call it for
+// every character of the text.
+inline Utf8Char DecodeChar(std::string_view s, std::size_t pos) {
+  const auto b0 = static_cast<unsigned char>(s[pos]);
+  if (b0 < 0x80) return {b0, 1};
+  std::size_t need;
+  std::uint32_t code;
+  std::uint32_t minimum;
+  if (b0 >= 0xC2 && b0 <= 0xDF) {
+    need = 1, code = b0 & 0x1F, minimum = 0x80;
+  } else if (b0 >= 0xE0 && b0 <= 0xEF) {
+    need = 2, code = b0 & 0x0F, minimum = 0x800;
+  } else if (b0 >= 0xF0 && b0 <= 0xF4) {
+    need = 3, code = b0 & 0x07, minimum = 0x10000;
+  } else {
+    return {b0, 1};
+  }
+  if (pos + need >= s.size()) return {b0, 1};
+  for (std::size_t i = 1; i <= need; ++i) {
+    const auto b = static_cast<unsigned char>(s[pos + i]);
+    if ((b & 0xC0) != 0x80) return {b0, 1};
+    code = (code << 6) | (b & 0x3F);
+  }
+  if (code < minimum || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
+    return {b0, 1};
+  }
+  return {code, need + 1};
+}
 
 // The UTF-8 of a code point; an invalid code point gives the empty string.
 std::string Chr(std::uint32_t code);
@@ -64,6 +91,8 @@ inline bool IsTrimmable(char c) {
 }
 // White space and line ends off both ends.
 std::string Trim(std::string_view s);
+// The same, as a view into `s`.
+std::string_view TrimView(std::string_view s);
 // In place; cheap when nothing is to be taken away.
 void TrimInPlace(std::string& s);
 
@@ -72,6 +101,17 @@ void TrimInPlace(std::string& s);
 std::string Replace(std::string_view s, std::string_view find,
                     std::string_view with);
 std::string ReplaceAll(std::string_view s, std::string_view find,
+                       std::string_view with);
+// Reserves room for `size` bytes in a text that is then written once from
+// start to end, such as a result of megabytes. Where the system grants huge
+// pages only on request (Linux with transparent huge pages on "madvise"), a
+// big text asks for them: the first touches of small pages can otherwise cost
+// more than all the writing.
+void ReserveForWriting(std::string& s, std::size_t size);
+
+// ReplaceAll on `s` itself, with the same result; no copy of the text when
+// `with` is no longer than `find`.
+void ReplaceAllInPlace(std::string& s, std::string_view find,
                        std::string_view with);
 
 // Fields between separators: CountFields is the number of separators plus 1

@@ -115,5 +115,58 @@ TEST(TextOps, ValReadsTheNumberAtTheHead) {
   EXPECT_EQ(Str(-42), "-42");
 }
 
+// The in-place form gives what ReplaceAll gives, on needles whose first byte
+// is a blank or is common, overlapping ones, letters in either case, and a
+// replacement longer than what it replaces.
+TEST(TextOps, ReplaceAllInPlaceAgreesWithReplaceAll) {
+  struct Case {
+    const char* text;
+    const char* find;
+    const char* with;
+  };
+  const Case cases[] = {
+      {"a ) b ) )", " )", ")"},
+      {"(( ( ", "( ", "("},
+      {"“ “  x“ ", "“ ", "“"},
+      {"aaaa", "aa", "a"},
+      {"   ", "  ", "_"},
+      {"AbAB ab", "ab", ""},
+      {"no match here", "( ", "("},
+      {"x", "xyz", ""},
+      {"tail )", " )", ")"},
+      {"ab", "b", "bbb"},
+      {"", " )", ")"},
+      {"( )", "", "!"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.text) + " / " + c.find);
+    std::string s = c.text;
+    ReplaceAllInPlace(s, c.find, c.with);
+    EXPECT_EQ(s, ReplaceAll(c.text, c.find, c.with));
+  }
+  // The search for a needle that opens with a blank finds the first match.
+  EXPECT_EQ(InStr("a  ) )", " )"), 3);
+  EXPECT_EQ(InStrB(0, "ab  )", "  )"), 3);
+}
+
+TEST(TextOps, TrimViewLeavesWhatTrimLeaves) {
+  for (const char* s : {"", " \t", " a b \r\n", "x", "\v\fx y\f"}) {
+    EXPECT_EQ(TrimView(s), Trim(s));
+  }
+}
+
+TEST(TextOps, ReserveForWritingKeepsTheTextAndMakesRoom) {
+  for (const std::size_t size : {std::size_t{10}, std::size_t{9} << 20}) {
+    std::string s = "abc";
+    ReserveForWriting(s, size);
+    EXPECT_EQ(s, "abc");
+    EXPECT_GE(s.capacity(), size);
+    s.append(size - 3, 'x');
+    EXPECT_EQ(s.size(), size);
+    EXPECT_EQ(s.substr(0, 4), "abcx");
+    EXPECT_EQ(s.back(), 'x');
+  }
+}
+
 }  // namespace
 }  // namespace quill
