@@ -154,14 +154,18 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
 // trimmed off the front of an accumulator sends it back to the full search.
 class Walk {
  public:
-  Walk(LookUpEngine& engine, const LookUpSettings& settings)
+  // `slotOfBmp` is the engine's table of slots by code point, all kUnknown;
+  // the walk puts it back so when it ends.
+  Walk(LookUpEngine& engine, const LookUpSettings& settings,
+       std::vector<int>& slotOfBmp)
       : engine_(engine),
         settings_(settings),
         segmented_(settings.segmentationSetting == "1"),
         blankAfterSyllable_(!segmented_ || settings.mode == 0),
         acc_{&r_.pinyinResult, &r_.zhuyin1Result, &r_.zhuyin2Result,
              &r_.wadeResult, &r_.tongyongResult},
-        slotOfBmp_(0x10000, kUnknown) {
+        slotOfBmp_(slotOfBmp) {
+    if (slotOfBmp_.empty()) slotOfBmp_.assign(0x10000, kUnknown);
     for (std::size_t i = 0; i < 5; ++i) {
       on_[i] =
           SystemIsOn(settings.PinyinSystemsPrefValue, static_cast<int>(i + 1));
@@ -169,6 +173,12 @@ class Walk {
       if (i == kPinyin || (on_[i] && i != kZhuyin1)) latin_.push_back(i);
     }
   }
+
+  ~Walk() {
+    for (std::uint16_t code : touched_) slotOfBmp_[code] = kUnknown;
+  }
+  Walk(const Walk&) = delete;
+  Walk& operator=(const Walk&) = delete;
 
   void Run(std::string_view text) {
     Reserve(text.size());
@@ -288,6 +298,8 @@ class Walk {
     int* known = nullptr;
     if (code < 0x10000) {
       known = &slotOfBmp_[code];
+      if (*known == kUnknown)
+        touched_.push_back(static_cast<std::uint16_t>(code));
     } else {
       known = &slotOfOther_.try_emplace(code, kUnknown).first->second;
     }
@@ -361,7 +373,8 @@ class Walk {
   bool verbatimPending_ = false;
   bool zhuyin1HasText_ = false;
   std::string foundCharacters_;
-  std::vector<int> slotOfBmp_;
+  std::vector<int>& slotOfBmp_;
+  std::vector<std::uint16_t> touched_;  // the codes whose slot was set
   std::unordered_map<std::uint32_t, int> slotOfOther_;
   std::unordered_map<std::string_view, int> slotOfEntry_;
   std::vector<Contribution> contributions_;
@@ -446,7 +459,7 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   }
   if (lookUpText.empty()) return {Outcome::kNothing, {}};
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
-  Walk walk(*this, settings);
+  Walk walk(*this, settings, slotOfBmp_);
   walk.Run(lookUpText);
   return {Outcome::kShown,
           Assemble(walk.results(), walk.zhuyin1HasText(), settings.mode,

@@ -13,6 +13,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lookup/ReadingTable.hpp"
 #include "romanization/Romanization.hpp"
@@ -83,6 +84,9 @@ class LookUpEngine {
   DataFiles files_;
   ReadingTable table_;
   STConverter converter_;
+  // Scratch of the character loop, kept so that a short look-up doesn't pay
+  // for setting up a table of every code point.
+  std::vector<int> slotOfBmp_;
 };
 
 // The result field's text for five finished accumulators: the blocks of the
