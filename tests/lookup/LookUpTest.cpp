@@ -9,8 +9,6 @@
 namespace quill {
 namespace {
 
-const std::string kRule = "-------------------";
-
 // 中 has two readings, 好 three, 文 one; 國 is not in the table.
 const std::string kTable =
     "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n"
@@ -25,15 +23,6 @@ class LookUpTest : public TableFixture {
     WriteFile(engine.files().tokenizer, "#!/bin/sh\ncat \"$1\"\n");
     std::filesystem::permissions(engine.files().tokenizer,
                                  std::filesystem::perms::owner_all);
-  }
-
-  // The body of the block with `header` in a result text.
-  static std::string Block(const std::string& text, const std::string& header) {
-    const std::string opening = header + "\r" + kRule + "\r";
-    const auto at = text.find(opening);
-    if (at == std::string::npos) return "<no block " + header + ">";
-    const auto from = at + opening.size();
-    return text.substr(from, text.find('\r', from) - from);
   }
 
   // The accumulators of a look-up, taken back out of its result.

@@ -13,6 +13,17 @@
 
 namespace quill {
 
+inline const std::string kRule = "-------------------";
+
+// The body of the block with `header` in a result text.
+inline std::string Block(const std::string& text, const std::string& header) {
+  const std::string opening = header + "\r" + kRule + "\r";
+  const auto at = text.find(opening);
+  if (at == std::string::npos) return "<no block " + header + ">";
+  const auto from = at + opening.size();
+  return text.substr(from, text.find('\r', from) - from);
+}
+
 class TableFixture : public ::testing::Test {
  protected:
   TableFixture() {

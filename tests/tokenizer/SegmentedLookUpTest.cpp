@@ -1,11 +1,10 @@
 // A look-up with segmentation on: the tool's blanks separate the words.
 #include "lookup/LookUp.hpp"
+#include "tests/lookup/TableFixture.hpp"
 #include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
-
-const std::string kRule = "-------------------";
 
 // Traditional and Simplified forms side by side, so that no STTABLE is
 // needed.
@@ -29,14 +28,6 @@ class SegmentedLookUpTest : public TempFolderTest {
 
   DataFiles Files(const std::string& tokenizer) {
     return {Path("zhuyintable"), Path("STTABLE"), tokenizer, folder().string()};
-  }
-
-  static std::string Block(const std::string& text, const std::string& header) {
-    const std::string opening = header + "\r" + kRule + "\r";
-    const auto at = text.find(opening);
-    if (at == std::string::npos) return "<no block " + header + ">";
-    const auto from = at + opening.size();
-    return text.substr(from, text.find('\r', from) - from);
   }
 
   std::string Py(const std::string& reading) const {
