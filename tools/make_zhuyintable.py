@@ -298,9 +298,14 @@ def main():
             [unihan_readings(unihan[field].get(char))
              for field in ("kMandarin", "kXHC1983", "kTGHZ2013")],
             pinlu.get(char, {}), char in neutral_first, standard)
+    # OpenCC links a Simplified character to its Traditional forms (为 to 爲
+    # only); CC-CEDICT adds a pair where the one character has no other
+    # partner (為 is only ever 为), not the chains of variants (殽 is 淆 and
+    # 肴) that would join characters read differently.
     links = {s: set(forms) for s, forms in st.items()}
     for char, others in partners.items():
-        links.setdefault(char, set()).update(others)
+        if len(others) == 1:
+            links.setdefault(char, set()).update(others)
     order_families(lines, scores, links, neutral_first)
     # A compatibility ideograph reads as the character it stands for.
     for char, canonical in src.read_compatibility_ideographs().items():
