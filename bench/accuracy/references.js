@@ -13,7 +13,12 @@ const out = [];
 for (const line of lines) {
   // Citation tones: no tone changes of 一 and 不 in context.
   const pro = pinyin(line, { toneType: 'num', type: 'array', toneSandhi: false, v: true });
-  const other = napi.pinyin(line, { style: napi.PINYIN_STYLE.WithToneNumEnd, segment: true });
+  // Readings of words in context, not one reading per character.
+  const other = napi.pinyin(line, {
+    style: napi.PINYIN_STYLE.WithToneNumEnd,
+    segment: true,
+    segmenter: 'phrase',
+  });
   out.push(JSON.stringify([pro, other]));
 }
 process.stdout.write(out.join('\n') + '\n');

@@ -58,6 +58,9 @@ def main():
 
     total = right = poly_total = poly_right = unscored = broken = 0
     mistakes = collections.Counter()
+    # What the references read each scored character as, for the best that
+    # any fixed first reading per character could reach on this text.
+    seen = collections.defaultdict(collections.Counter)
     for run, (pro, napi), got in zip(runs, references, ours):
         if len(pro) != len(run) or len(napi) != len(run) or len(got) != sum(
                 has_reading[c] for c in run):
@@ -71,6 +74,7 @@ def main():
                 unscored += 1
                 continue
             total += 1
+            seen[c][a] += 1
             ok = mine == a
             right += ok
             if polyphonic[c]:
@@ -82,6 +86,9 @@ def main():
           f"{unscored}, runs not aligned {broken})")
     print(f"  first reading right: {100.0 * right / max(total, 1):.2f}% "
           f"({right}/{total})")
+    best = sum(max(counter.values()) for counter in seen.values())
+    print(f"  best fixed first reading per character: "
+          f"{100.0 * best / max(total, 1):.2f}%")
     print(f"  polyphonic: {100.0 * poly_right / max(poly_total, 1):.2f}% "
           f"({poly_right}/{poly_total})")
     print("  most frequent misses (character, ours, references):",
