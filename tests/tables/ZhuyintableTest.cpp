@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <iconv.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <set>
@@ -243,6 +244,23 @@ TEST_F(Zhuyintable, MainReadingsOfWellKnownCharacters) {
     for (std::size_t i = 0; i < readings.size(); ++i) {
       EXPECT_EQ(line->readings[i], readings[i]) << key << " reading " << i + 1;
     }
+  }
+}
+
+// Readings of modern words, beside the main one: 的士, 可汗, 道行, 令狐,
+// 作坊, 提防, 參差, 單于, 將 qiāng, 與 yú.
+TEST_F(Zhuyintable, ModernReadingsArePresent) {
+  const std::vector<std::pair<std::string, std::string>> expected = {
+      {"的", "ㄉㄧ"},   {"可", "ㄎㄜˋ"},  {"行", "ㄏㄥˊ"}, {"令", "ㄌㄧㄥˊ"},
+      {"作", "ㄗㄨㄛ"}, {"提", "ㄉㄧ"},   {"差", "ㄘ"},    {"參", "ㄘㄣ"},
+      {"單", "ㄔㄢˊ"},  {"將", "ㄑㄧㄤ"}, {"與", "ㄩˊ"},
+  };
+  for (const auto& [key, reading] : expected) {
+    const Line* line = Find(key);
+    ASSERT_NE(line, nullptr) << key;
+    EXPECT_NE(std::find(line->readings.begin(), line->readings.end(), reading),
+              line->readings.end())
+        << key << " " << reading;
   }
 }
 
