@@ -14,6 +14,7 @@ readings (found with a second look-up, without --single).
 """
 import collections
 import json
+import os
 import re
 import subprocess
 import sys
@@ -93,7 +94,7 @@ def main():
           f"({poly_right}/{poly_total})")
     print("  most frequent misses (character, ours, references):",
           ", ".join(f"{c} {m} {a} ×{n}"
-                    for (c, m, a), n in mistakes.most_common(12)))
+                    for (c, m, a), n in mistakes.most_common(int(os.environ.get("ACCURACY_MISSES", "12")))))
 
 
 if __name__ == "__main__":
