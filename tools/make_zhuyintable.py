@@ -166,6 +166,16 @@ def shares(weights):
     return {r: w / total for r, w in weights.items()} if total > 0 else {}
 
 
+# Each frequency list counts as this many word occurrences, so that the
+# Traditional and the Simplified list weigh alike.
+TOTAL = 1e8
+# How many occurrences the prior shares are worth next to the counts.
+PRIOR_WEIGHT = 20.0
+# A word's count below this share of a character's total is noise (an odd
+# reading in a rare word) unless another source knows the reading too.
+NOISE = 0.001
+
+
 class Usage:
     """Reading counts per character, taken from words of running text.
 
@@ -294,7 +304,7 @@ def main():
         not 0x3100 <= ord(c) <= 0x312F}
     for char in sorted(c for c in chars if 0x800 <= ord(c) <= 0xFFFF):
         lines[char], scores[char] = order_readings(
-            char, usage.counts.get(char, {}), prior(char), terra_weights(char),
+            usage.counts.get(char, {}), prior(char), terra_weights(char),
             [unihan_readings(unihan[field].get(char))
              for field in ("kMandarin", "kXHC1983", "kTGHZ2013")],
             pinlu.get(char, {}), char in neutral_first, standard)
@@ -317,18 +327,7 @@ def main():
     print(f"{len(lines)} characters written to {sys.argv[1]}")
 
 
-# Each frequency list counts as this many word occurrences, so that the
-# Traditional and the Simplified list weigh alike.
-TOTAL = 1e8
-# How many occurrences the prior shares are worth next to the counts.
-PRIOR_WEIGHT = 20.0
-# A word's count below this share of a character's total is noise (an odd
-# reading in a rare word) unless another source knows the reading too.
-NOISE = 0.001
-
-
-def order_readings(char, counts, prior, terra, unihan, pinlu, neutral_ok,
-                   standard):
+def order_readings(counts, prior, terra, unihan, pinlu, neutral_ok, standard):
     """The readings of one character, the most used first."""
     sourced = [r for r, w in terra.items() if w > 0]
     for readings in unihan:
