@@ -62,6 +62,20 @@ foreach(page IN LISTS quillmere_manpages)
   install(FILES ${output} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 
+# Copyright and licences of the programs and of every data file, and the
+# release history, where Debian keeps them for each package. The changelog is
+# compressed like the manual pages.
+set(quillmere_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/quillmere)
+install(FILES ${quillmere_packaging_dir}/copyright DESTINATION ${quillmere_doc_dir})
+set(quillmere_changelog ${quillmere_packaging_out}/changelog.gz)
+add_custom_command(OUTPUT ${quillmere_changelog}
+  COMMAND ${CMAKE_COMMAND} -E copy ${quillmere_packaging_dir}/changelog
+          ${quillmere_packaging_out}/changelog
+  COMMAND ${QUILLMERE_GZIP} -9nf ${quillmere_packaging_out}/changelog
+  DEPENDS ${quillmere_packaging_dir}/changelog VERBATIM)
+list(APPEND quillmere_packaging_outputs ${quillmere_changelog})
+install(FILES ${quillmere_changelog} DESTINATION ${quillmere_doc_dir})
+
 # Desktop integration, only with the window application.
 if(TARGET quillmere)
   install(FILES ${quillmere_packaging_dir}/quillmere.desktop
