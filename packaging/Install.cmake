@@ -110,7 +110,8 @@ if(TARGET quillmere)
 endif()
 add_custom_target(quillmere_packaging ALL DEPENDS ${quillmere_packaging_outputs})
 
-# The Debian package: cpack -G DEB in the build folder, or packaging/build-package.sh.
+# The Debian package: packaging/build-package.sh, which builds with Debian's
+# hardening flags (cpack -G DEB in any build folder makes it without them).
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillmere)
 set(CPACK_PACKAGE_VENDOR Quillmere)
