@@ -23,6 +23,18 @@ if(TARGET Tokenizer)
   list(APPEND quillmere_programs Tokenizer)
 endif()
 install(TARGETS ${quillmere_programs} RUNTIME DESTINATION ${QUILLMERE_INSTALL_DIR})
+# A stripped installation (cmake --install --strip, and the package) also
+# drops the compilers' version notes, the .comment section, as Debian's own
+# packages do.
+if(CMAKE_OBJCOPY)
+  foreach(program IN LISTS quillmere_programs)
+    install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+  execute_process(COMMAND \"${CMAKE_OBJCOPY}\" --remove-section=.comment
+    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${QUILLMERE_INSTALL_DIR}/${program}\"
+    COMMAND_ERROR_IS_FATAL ANY)
+endif()")
+  endforeach()
+endif()
 
 # bin/ links, made in the build folder and installed as links.
 file(MAKE_DIRECTORY ${quillmere_packaging_out}/bin)
