@@ -1,0 +1,313 @@
+#include "readings/PhraseTable.hpp"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "text/TextOps.hpp"
+
+namespace quill {
+
+bool IsHanzi(std::uint32_t code) {
+  return (code >= 0x4E00 && code <= 0x9FFF) ||
+         (code >= 0x3400 && code <= 0x4DBF) ||
+         (code >= 0xF900 && code <= 0xFAFF) ||
+         (code >= 0x20000 && code <= 0x323AF) || code == 0x3007;
+}
+
+namespace {
+
+constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;
+constexpr std::uint64_t kFnvPrime = 1099511628211ull;
+
+// FNV-1a, which can be carried on one character at a time while a word
+// grows, and a final mix so that the high bits place the slot well.
+inline std::uint64_t HashMore(std::uint64_t h, const char* bytes,
+                              std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i) {
+    h = (h ^ static_cast<unsigned char>(bytes[i])) * kFnvPrime;
+  }
+  return h;
+}
+
+inline std::uint32_t Finish(std::uint64_t h) {
+  h ^= h >> 33;
+  h *= 0xff51afd7ed558ccdull;
+  h ^= h >> 33;
+  return static_cast<std::uint32_t>(h >> 32);
+}
+
+inline std::size_t Home(std::uint32_t hash, std::size_t capacity) {
+  return static_cast<std::size_t>((std::uint64_t{hash} * capacity) >> 32);
+}
+
+// Zhuyin letters in the order initial, medial, final (at most three), then
+// at most one tone mark: ˊ ˇ ˋ ˙.
+bool IsZhuyinSyllable(std::string_view s) {
+  int letters = 0;
+  bool tone = false;
+  for (std::size_t pos = 0; pos < s.size();) {
+    const Utf8Char c = DecodeChar(s, pos);
+    pos += c.length;
+    if (c.code >= 0x3105 && c.code <= 0x3129 && !tone) {
+      ++letters;
+    } else if ((c.code == 0x2CA || c.code == 0x2C7 || c.code == 0x2CB ||
+                c.code == 0x2D9) &&
+               !tone && letters > 0) {
+      tone = true;
+    } else {
+      return false;
+    }
+  }
+  return letters >= 1 && letters <= 3;
+}
+
+// The number of syllables when every one is well formed and they are
+// separated by single blanks; -1 otherwise.
+long CountSyllables(std::string_view readings) {
+  long count = 0;
+  while (true) {
+    const std::size_t blank = readings.find(' ');
+    if (!IsZhuyinSyllable(readings.substr(0, blank))) return -1;
+    ++count;
+    if (blank == std::string_view::npos) return count;
+    readings.remove_prefix(blank + 1);
+  }
+}
+
+}  // namespace
+
+PhraseTable::~PhraseTable() { Clear(); }
+
+PhraseTable::PhraseTable(PhraseTable&& other) noexcept {
+  *this = std::move(other);
+}
+
+PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
+  if (this == &other) return *this;
+  Clear();
+  owned_ = std::move(other.owned_);
+  map_ = other.map_;
+  mapSize_ = other.mapSize_;
+  // A short string moves its bytes, so the view is taken again.
+  content_ = map_ ? other.content_ : std::string_view(owned_);
+  entries_ = std::move(other.entries_);
+  slots_ = std::move(other.slots_);
+  used_ = other.used_;
+  skipped_ = other.skipped_;
+  other.map_ = nullptr;
+  other.Clear();
+  return *this;
+}
+
+void PhraseTable::Clear() {
+  if (map_) munmap(map_, mapSize_);
+  map_ = nullptr;
+  mapSize_ = 0;
+  content_ = {};
+  owned_.clear();
+  owned_.shrink_to_fit();
+  entries_.clear();
+  entries_.shrink_to_fit();
+  slots_.clear();
+  slots_.shrink_to_fit();
+  used_ = 0;
+  skipped_ = 0;
+}
+
+bool PhraseTable::Open(const std::string& path) {
+  Clear();
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  struct stat st {};
+  bool ok = fstat(fd, &st) == 0 && S_ISREG(st.st_mode) &&
+            static_cast<std::uint64_t>(st.st_size) <
+                std::numeric_limits<std::uint32_t>::max();
+  if (ok && st.st_size > 0) {
+    void* map = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ,
+                     MAP_PRIVATE, fd, 0);
+    if (map == MAP_FAILED) {
+      ok = false;
+    } else {
+      map_ = map;
+      mapSize_ = static_cast<std::size_t>(st.st_size);
+      content_ = std::string_view(static_cast<const char*>(map), mapSize_);
+    }
+  }
+  close(fd);
+  if (ok) Index();
+  return ok;
+}
+
+void PhraseTable::Assign(std::string content) {
+  Clear();
+  if (content.size() >= std::numeric_limits<std::uint32_t>::max()) return;
+  owned_ = std::move(content);
+  content_ = owned_;
+  Index();
+}
+
+void PhraseTable::Index() {
+  const auto lines = static_cast<std::size_t>(
+      std::count(content_.begin(), content_.end(), '\n'));
+  entries_.reserve(lines);
+  // Most prefixes of a word list are words themselves: about 1.3 keys a
+  // line, so twice the lines keeps the probes short.
+  slots_.assign(std::max<std::size_t>(16, lines * 2), Slot{0, 0});
+  std::size_t offset = 0;
+  while (offset < content_.size()) {
+    const std::size_t end = content_.find('\n', offset);
+    if (end == std::string_view::npos) {
+      ++skipped_;  // no final LF: the file was cut short
+      break;
+    }
+    AddLine(offset, end);
+    offset = end + 1;
+  }
+}
+
+void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
+  const std::string_view line = content_.substr(offset, end - offset);
+  const std::size_t tab1 = line.find('\t');
+  const std::size_t tab2 =
+      tab1 == std::string_view::npos ? tab1 : line.find('\t', tab1 + 1);
+  if (tab2 == std::string_view::npos || tab1 == 0 || tab1 > 255 ||
+      entries_.size() >= std::numeric_limits<std::uint32_t>::max() - 1) {
+    ++skipped_;
+    return;
+  }
+  const std::string_view word = line.substr(0, tab1);
+  const std::string_view readings = line.substr(tab1 + 1, tab2 - tab1 - 1);
+  const std::string_view cost = line.substr(tab2 + 1);
+  std::size_t chars = 0;
+  for (std::size_t pos = 0; pos < word.size();) {
+    const Utf8Char c = DecodeChar(word, pos);
+    if (!IsHanzi(c.code)) {
+      ++skipped_;
+      return;
+    }
+    pos += c.length;
+    ++chars;
+  }
+  std::uint32_t value = 0;
+  const bool digits =
+      !cost.empty() && std::all_of(cost.begin(), cost.end(), [&](char d) {
+        if (d < '0' || d > '9') return false;
+        value = std::min<std::uint32_t>(value * 10 + (d - '0'), 65535);
+        return true;
+      });
+  if (!digits || CountSyllables(readings) != static_cast<long>(chars)) {
+    ++skipped_;
+    return;
+  }
+  const Slot* seen =
+      Find(Finish(HashMore(kFnvOffset, word.data(), word.size())), word.data(),
+           word.size());
+  if (seen && entries_[seen->value - 1].wordBytes == word.size()) {
+    ++skipped_;  // each word once: the first line stands
+    return;
+  }
+  const auto entry = static_cast<std::uint32_t>(entries_.size());
+  entries_.push_back({static_cast<std::uint32_t>(offset),
+                      static_cast<std::uint8_t>(word.size()),
+                      static_cast<std::uint8_t>(chars),
+                      static_cast<std::uint16_t>(value)});
+  std::uint64_t h = kFnvOffset;
+  for (std::size_t pos = 0; pos < word.size();) {
+    const std::size_t length = DecodeChar(word, pos).length;
+    h = HashMore(h, word.data() + pos, length);
+    pos += length;
+    Insert(Finish(h), entry, pos);
+  }
+}
+
+const PhraseTable::Slot* PhraseTable::Find(std::uint32_t hash, const char* key,
+                                           std::size_t length) const {
+  if (slots_.empty()) return nullptr;
+  for (std::size_t i = Home(hash, slots_.size());;
+       i = i + 1 == slots_.size() ? 0 : i + 1) {
+    const Slot& slot = slots_[i];
+    if (slot.value == 0) return nullptr;
+    if (slot.hash != hash) continue;
+    const Entry& e = entries_[slot.value - 1];
+    if (e.wordBytes >= length &&
+        std::memcmp(content_.data() + e.offset, key, length) == 0) {
+      return &slot;
+    }
+  }
+}
+
+void PhraseTable::Insert(std::uint32_t hash, std::uint32_t entry,
+                         std::size_t length) {
+  if ((used_ + 1) * 4 > slots_.size() * 3) Grow();
+  const char* key = content_.data() + entries_[entry].offset;
+  for (std::size_t i = Home(hash, slots_.size());;
+       i = i + 1 == slots_.size() ? 0 : i + 1) {
+    Slot& slot = slots_[i];
+    if (slot.value == 0) {
+      slot = {hash, entry + 1};
+      ++used_;
+      return;
+    }
+    if (slot.hash != hash) continue;
+    const Entry& e = entries_[slot.value - 1];
+    if (e.wordBytes >= length &&
+        std::memcmp(content_.data() + e.offset, key, length) == 0) {
+      // The prefix is known; when it is this very word, the slot names it.
+      if (entries_[entry].wordBytes == length) slot.value = entry + 1;
+      return;
+    }
+  }
+}
+
+void PhraseTable::Grow() {
+  std::vector<Slot> old(std::max<std::size_t>(16, slots_.size() * 2),
+                        Slot{0, 0});
+  old.swap(slots_);
+  for (const Slot& slot : old) {
+    if (slot.value == 0) continue;
+    std::size_t i = Home(slot.hash, slots_.size());
+    while (slots_[i].value != 0) i = i + 1 == slots_.size() ? 0 : i + 1;
+    slots_[i] = slot;
+  }
+}
+
+void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
+                          std::vector<Match>& out) const {
+  out.clear();
+  if (entries_.empty()) return;
+  std::uint64_t h = kFnvOffset;
+  std::uint32_t chars = 0;
+  for (std::size_t end = pos; end < text.size() && end - pos < 255;) {
+    const Utf8Char c = DecodeChar(text, end);
+    if (!IsHanzi(c.code)) return;
+    h = HashMore(h, text.data() + end, c.length);
+    end += c.length;
+    ++chars;
+    const Slot* slot = Find(Finish(h), text.data() + pos, end - pos);
+    if (!slot) return;  // no word goes on like this
+    const Entry& e = entries_[slot->value - 1];
+    if (e.wordBytes == end - pos) {
+      out.push_back({slot->value - 1, static_cast<std::uint32_t>(end - pos),
+                     chars, e.cost});
+    }
+  }
+}
+
+std::string_view PhraseTable::Word(std::uint32_t entry) const {
+  const Entry& e = entries_[entry];
+  return content_.substr(e.offset, e.wordBytes);
+}
+
+std::string_view PhraseTable::Readings(std::uint32_t entry) const {
+  const Entry& e = entries_[entry];
+  const std::size_t start = e.offset + e.wordBytes + 1;
+  return content_.substr(start, content_.find('\t', start) - start);
+}
+
+}  // namespace quill
