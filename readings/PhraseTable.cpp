@@ -35,15 +35,17 @@ inline std::uint64_t HashMore(std::uint64_t h, const char* bytes,
   return h;
 }
 
-inline std::uint32_t Finish(std::uint64_t h) {
+inline std::uint64_t Finish(std::uint64_t h) {
   h ^= h >> 33;
   h *= 0xff51afd7ed558ccdull;
   h ^= h >> 33;
-  return static_cast<std::uint32_t>(h >> 32);
+  h *= 0xc4ceb9fe1a85ec53ull;
+  h ^= h >> 33;
+  return h;
 }
 
-inline std::size_t Home(std::uint32_t hash, std::size_t capacity) {
-  return static_cast<std::size_t>((std::uint64_t{hash} * capacity) >> 32);
+inline std::size_t Home(std::uint64_t hash, std::size_t capacity) {
+  return static_cast<std::size_t>(((hash >> 32) * capacity) >> 32);
 }
 
 // Zhuyin letters in the order initial, medial, final (at most three), then
@@ -96,9 +98,9 @@ PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
   mapSize_ = other.mapSize_;
   // A short string moves its bytes, so the view is taken again.
   content_ = map_ ? other.content_ : std::string_view(owned_);
-  entries_ = std::move(other.entries_);
   slots_ = std::move(other.slots_);
   used_ = other.used_;
+  size_ = other.size_;
   skipped_ = other.skipped_;
   other.map_ = nullptr;
   other.Clear();
@@ -112,11 +114,10 @@ void PhraseTable::Clear() {
   content_ = {};
   owned_.clear();
   owned_.shrink_to_fit();
-  entries_.clear();
-  entries_.shrink_to_fit();
   slots_.clear();
   slots_.shrink_to_fit();
   used_ = 0;
+  size_ = 0;
   skipped_ = 0;
 }
 
@@ -155,10 +156,9 @@ void PhraseTable::Assign(std::string content) {
 void PhraseTable::Index() {
   const auto lines = static_cast<std::size_t>(
       std::count(content_.begin(), content_.end(), '\n'));
-  entries_.reserve(lines);
   // Most prefixes of a word list are words themselves: about 1.3 keys a
   // line, so twice the lines keeps the probes short.
-  slots_.assign(std::max<std::size_t>(16, lines * 2), Slot{0, 0});
+  slots_.assign(std::max<std::size_t>(16, lines * 2), Slot{});
   std::size_t offset = 0;
   while (offset < content_.size()) {
     const std::size_t end = content_.find('\n', offset);
@@ -176,8 +176,7 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
   const std::size_t tab1 = line.find('\t');
   const std::size_t tab2 =
       tab1 == std::string_view::npos ? tab1 : line.find('\t', tab1 + 1);
-  if (tab2 == std::string_view::npos || tab1 == 0 || tab1 > 255 ||
-      entries_.size() >= std::numeric_limits<std::uint32_t>::max() - 1) {
+  if (tab2 == std::string_view::npos || tab1 == 0 || tab1 > 255) {
     ++skipped_;
     return;
   }
@@ -206,73 +205,64 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
     return;
   }
   const Slot* seen =
-      Find(Finish(HashMore(kFnvOffset, word.data(), word.size())), word.data(),
-           word.size());
-  if (seen && entries_[seen->value - 1].wordBytes == word.size()) {
+      Find(Finish(HashMore(kFnvOffset, word.data(), word.size())));
+  if (seen && seen->wordBytes == word.size()) {
     ++skipped_;  // each word once: the first line stands
     return;
   }
-  const auto entry = static_cast<std::uint32_t>(entries_.size());
-  entries_.push_back({static_cast<std::uint32_t>(offset),
-                      static_cast<std::uint8_t>(word.size()),
-                      static_cast<std::uint8_t>(chars),
-                      static_cast<std::uint16_t>(value)});
+  ++size_;
+  const Slot slot{
+      0, static_cast<std::uint32_t>(offset), static_cast<std::uint16_t>(value),
+      static_cast<std::uint8_t>(word.size()), static_cast<std::uint8_t>(chars)};
   std::uint64_t h = kFnvOffset;
   for (std::size_t pos = 0; pos < word.size();) {
     const std::size_t length = DecodeChar(word, pos).length;
     h = HashMore(h, word.data() + pos, length);
     pos += length;
-    Insert(Finish(h), entry, pos);
+    Insert(Finish(h), slot, pos);
   }
 }
 
-const PhraseTable::Slot* PhraseTable::Find(std::uint32_t hash, const char* key,
-                                           std::size_t length) const {
+const PhraseTable::Slot* PhraseTable::Find(std::uint64_t hash) const {
   if (slots_.empty()) return nullptr;
   for (std::size_t i = Home(hash, slots_.size());;
        i = i + 1 == slots_.size() ? 0 : i + 1) {
     const Slot& slot = slots_[i];
-    if (slot.value == 0) return nullptr;
-    if (slot.hash != hash) continue;
-    const Entry& e = entries_[slot.value - 1];
-    if (e.wordBytes >= length &&
-        std::memcmp(content_.data() + e.offset, key, length) == 0) {
-      return &slot;
-    }
+    if (slot.wordBytes == 0) return nullptr;
+    if (slot.hash == hash) return &slot;
   }
 }
 
-void PhraseTable::Insert(std::uint32_t hash, std::uint32_t entry,
+void PhraseTable::Insert(std::uint64_t hash, const Slot& word,
                          std::size_t length) {
   if ((used_ + 1) * 4 > slots_.size() * 3) Grow();
-  const char* key = content_.data() + entries_[entry].offset;
   for (std::size_t i = Home(hash, slots_.size());;
        i = i + 1 == slots_.size() ? 0 : i + 1) {
     Slot& slot = slots_[i];
-    if (slot.value == 0) {
-      slot = {hash, entry + 1};
+    if (slot.wordBytes == 0) {
+      slot = word;
+      slot.hash = hash;
       ++used_;
       return;
     }
-    if (slot.hash != hash) continue;
-    const Entry& e = entries_[slot.value - 1];
-    if (e.wordBytes >= length &&
-        std::memcmp(content_.data() + e.offset, key, length) == 0) {
+    if (slot.hash == hash) {
       // The prefix is known; when it is this very word, the slot names it.
-      if (entries_[entry].wordBytes == length) slot.value = entry + 1;
+      if (word.wordBytes == length) {
+        slot = word;
+        slot.hash = hash;
+      }
       return;
     }
   }
 }
 
 void PhraseTable::Grow() {
-  std::vector<Slot> old(std::max<std::size_t>(16, slots_.size() * 2),
-                        Slot{0, 0});
+  std::vector<Slot> old(std::max<std::size_t>(16, slots_.size() * 2), Slot{});
   old.swap(slots_);
   for (const Slot& slot : old) {
-    if (slot.value == 0) continue;
+    if (slot.wordBytes == 0) continue;
     std::size_t i = Home(slot.hash, slots_.size());
-    while (slots_[i].value != 0) i = i + 1 == slots_.size() ? 0 : i + 1;
+    while (slots_[i].wordBytes != 0) i = i + 1 == slots_.size() ? 0 : i + 1;
     slots_[i] = slot;
   }
 }
@@ -280,34 +270,43 @@ void PhraseTable::Grow() {
 void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
                           std::vector<Match>& out) const {
   out.clear();
-  if (entries_.empty()) return;
+  if (size_ == 0) return;
   std::uint64_t h = kFnvOffset;
-  std::uint32_t chars = 0;
   for (std::size_t end = pos; end < text.size() && end - pos < 255;) {
     const Utf8Char c = DecodeChar(text, end);
     if (!IsHanzi(c.code)) return;
     h = HashMore(h, text.data() + end, c.length);
     end += c.length;
-    ++chars;
-    const Slot* slot = Find(Finish(h), text.data() + pos, end - pos);
+    const Slot* slot = Find(Finish(h));
     if (!slot) return;  // no word goes on like this
-    const Entry& e = entries_[slot->value - 1];
-    if (e.wordBytes == end - pos) {
-      out.push_back({slot->value - 1, static_cast<std::uint32_t>(end - pos),
-                     chars, e.cost});
+    if (slot->wordBytes == end - pos) {
+      out.push_back({slot->line + slot->wordBytes + 1, slot->wordBytes,
+                     slot->chars, slot->cost});
     }
   }
 }
 
+// An entry is the offset of the word's readings, behind WORD<TAB>.
 std::string_view PhraseTable::Word(std::uint32_t entry) const {
-  const Entry& e = entries_[entry];
-  return content_.substr(e.offset, e.wordBytes);
+  const std::size_t lineEnd = content_.rfind('\n', entry - 1);
+  const std::size_t start = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
+  return content_.substr(start, entry - 1 - start);
 }
 
 std::string_view PhraseTable::Readings(std::uint32_t entry) const {
-  const Entry& e = entries_[entry];
-  const std::size_t start = e.offset + e.wordBytes + 1;
-  return content_.substr(start, content_.find('\t', start) - start);
+  // Every line in the index has a TAB behind its readings.
+  std::size_t end = entry;
+  while (content_[end] != '\t') ++end;
+  return content_.substr(entry, end - entry);
+}
+
+std::uint32_t PhraseTable::Cost(std::uint32_t entry) const {
+  std::uint32_t cost = 0;
+  for (std::size_t i = entry + Readings(entry).size() + 1;
+       i < content_.size() && content_[i] != '\n'; ++i) {
+    cost = std::min<std::uint32_t>(cost * 10 + (content_[i] - '0'), 65535);
+  }
+  return cost;
 }
 
 }  // namespace quill
