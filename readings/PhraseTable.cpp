@@ -123,7 +123,8 @@ void PhraseTable::Clear() {
 
 bool PhraseTable::Open(const std::string& path) {
   Clear();
-  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // Not blocking: a FIFO in the place of the file must not hang the caller.
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) return false;
   struct stat st {};
   bool ok = fstat(fd, &st) == 0 && S_ISREG(st.st_mode) &&
@@ -154,13 +155,23 @@ void PhraseTable::Assign(std::string content) {
 }
 
 void PhraseTable::Index() {
-  const auto lines = static_cast<std::size_t>(
-      std::count(content_.begin(), content_.end(), '\n'));
-  // Most prefixes of a word list are words themselves: about 1.3 keys a
-  // line, so twice the lines keeps the probes short.
-  slots_.assign(std::max<std::size_t>(16, lines * 2), Slot{});
+  // A line takes about 40 bytes, and most prefixes of a word list are
+  // words themselves: some 1.3 keys a line. A slot for every 20 bytes keeps
+  // the probes short; the index grows if that is too few.
+  slots_.assign(std::max<std::size_t>(16, content_.size() / 20), Slot{});
+  // The index holds all that a look-up asks; the file is read again only
+  // for the readings of the words chosen. So the pages of a mapped file
+  // leave memory as soon as they are indexed.
+  if (map_) madvise(map_, mapSize_, MADV_SEQUENTIAL);
   std::size_t offset = 0;
+  std::size_t dropped = 0;
   while (offset < content_.size()) {
+    if (map_ && offset - dropped >= (1u << 20)) {
+      const std::size_t upTo = offset & ~std::size_t{4095};
+      madvise(static_cast<char*>(map_) + dropped, upTo - dropped,
+              MADV_DONTNEED);
+      dropped = upTo;
+    }
     const std::size_t end = content_.find('\n', offset);
     if (end == std::string_view::npos) {
       ++skipped_;  // no final LF: the file was cut short
@@ -168,6 +179,11 @@ void PhraseTable::Index() {
     }
     AddLine(offset, end);
     offset = end + 1;
+  }
+  if (map_) {
+    madvise(static_cast<char*>(map_) + dropped, mapSize_ - dropped,
+            MADV_DONTNEED);
+    madvise(map_, mapSize_, MADV_NORMAL);
   }
 }
 
@@ -204,13 +220,6 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
     ++skipped_;
     return;
   }
-  const Slot* seen =
-      Find(Finish(HashMore(kFnvOffset, word.data(), word.size())));
-  if (seen && seen->wordBytes == word.size()) {
-    ++skipped_;  // each word once: the first line stands
-    return;
-  }
-  ++size_;
   const Slot slot{
       0, static_cast<std::uint32_t>(offset), static_cast<std::uint16_t>(value),
       static_cast<std::uint8_t>(word.size()), static_cast<std::uint8_t>(chars)};
@@ -219,8 +228,12 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
     const std::size_t length = DecodeChar(word, pos).length;
     h = HashMore(h, word.data() + pos, length);
     pos += length;
-    Insert(Finish(h), slot, pos);
+    if (!Insert(Finish(h), slot, pos) && pos == word.size()) {
+      ++skipped_;  // each word once: the first line stands
+      return;
+    }
   }
+  ++size_;
 }
 
 const PhraseTable::Slot* PhraseTable::Find(std::uint64_t hash) const {
@@ -233,7 +246,7 @@ const PhraseTable::Slot* PhraseTable::Find(std::uint64_t hash) const {
   }
 }
 
-void PhraseTable::Insert(std::uint64_t hash, const Slot& word,
+bool PhraseTable::Insert(std::uint64_t hash, const Slot& word,
                          std::size_t length) {
   if ((used_ + 1) * 4 > slots_.size() * 3) Grow();
   for (std::size_t i = Home(hash, slots_.size());;
@@ -243,15 +256,15 @@ void PhraseTable::Insert(std::uint64_t hash, const Slot& word,
       slot = word;
       slot.hash = hash;
       ++used_;
-      return;
+      return true;
     }
     if (slot.hash == hash) {
-      // The prefix is known; when it is this very word, the slot names it.
-      if (word.wordBytes == length) {
-        slot = word;
-        slot.hash = hash;
-      }
-      return;
+      // The prefix is known; when it is this very word, the slot names it,
+      // unless it named the word already.
+      if (word.wordBytes != length || slot.wordBytes == length) return false;
+      slot = word;
+      slot.hash = hash;
+      return true;
     }
   }
 }

@@ -81,7 +81,9 @@ class PhraseTable {
   void Index();
   void AddLine(std::size_t offset, std::size_t end);
   const Slot* Find(std::uint64_t hash) const;
-  void Insert(std::uint64_t hash, const Slot& word, std::size_t length);
+  // Adds the prefix of `length` bytes of a word; false when it was known
+  // and stays as it was.
+  bool Insert(std::uint64_t hash, const Slot& word, std::size_t length);
   void Grow();
 
   std::string_view content_;
