@@ -163,6 +163,24 @@ void PhraseTable::Index() {
   // for the readings of the words chosen. So the pages of a mapped file
   // leave memory as soon as they are indexed.
   if (map_) madvise(map_, mapSize_, MADV_SEQUENTIAL);
+  // The slot of each word is fetched into the cache some lines ahead of
+  // its insertion: at load, waiting for memory is most of the work.
+  std::size_t ahead = 0;
+  const auto fetchAhead = [&] {
+    const std::size_t end = content_.find('\n', ahead);
+    if (end == std::string_view::npos) {
+      ahead = content_.size();
+      return;
+    }
+    const std::size_t tab = content_.find('\t', ahead);
+    if (tab < end) {
+      const std::uint64_t h =
+          Finish(HashMore(kFnvOffset, content_.data() + ahead, tab - ahead));
+      __builtin_prefetch(&slots_[Home(h, slots_.size())]);
+    }
+    ahead = end + 1;
+  };
+  for (int i = 0; i < 16 && ahead < content_.size(); ++i) fetchAhead();
   std::size_t offset = 0;
   std::size_t dropped = 0;
   while (offset < content_.size()) {
@@ -179,6 +197,7 @@ void PhraseTable::Index() {
     }
     AddLine(offset, end);
     offset = end + 1;
+    if (ahead < content_.size()) fetchAhead();
   }
   if (map_) {
     madvise(static_cast<char*>(map_) + dropped, mapSize_ - dropped,
