@@ -307,7 +307,8 @@ void UserPhrases::SetPath(std::string path) {
 bool UserPhrases::Refresh() {
   Version now;
   struct stat st {};
-  if (!path_.empty() && stat(path_.c_str(), &st) == 0) {
+  // Only a regular file: opening a FIFO would wait for a writer.
+  if (!path_.empty() && stat(path_.c_str(), &st) == 0 && S_ISREG(st.st_mode)) {
     now = {true, static_cast<std::uint64_t>(st.st_ino), st.st_mtim.tv_sec,
            st.st_mtim.tv_nsec, st.st_size};
   }
