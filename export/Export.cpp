@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "app/TextConstants.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -171,9 +170,7 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
   // One system alone stands in a bare "<p>"; with several, each block is
   // headed by its name; with none, nothing is wrapped.
   const int count = static_cast<int>(std::count(on.begin(), on.end(), true));
-  const std::array<std::string, kSystems> names{
-      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
-      App::kWadeGilesText(), App::kTongyongPinyinText()};
+  const BlockHeaders& names = settings.headers;
 
   std::string page = DocumentHead();
   std::size_t size = page.size() + 256;

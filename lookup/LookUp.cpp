@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/TextConstants.hpp"
 #include "lookup/Segmentation.hpp"
 #include "platform/Platform.hpp"
 #include "text/TextOps.hpp"
@@ -385,14 +384,15 @@ class Walk {
 // memory.
 std::string Assemble(Accumulators& results, bool shown, int mode,
                      const std::string& foundCharacters,
-                     const std::string& PinyinSystemsPrefValue) {
+                     const std::string& PinyinSystemsPrefValue,
+                     const BlockHeaders& headers) {
   if (!shown) return {};
   const std::array<std::pair<std::string, std::string*>, 5> blocks{{
-      {App::kHanyuPinyinText(), &results.pinyinResult},
-      {App::kZhuyin1Text(), &results.zhuyin1Result},
-      {App::kZhuyin2Text(), &results.zhuyin2Result},
-      {App::kWadeGilesText(), &results.wadeResult},
-      {App::kTongyongPinyinText(), &results.tongyongResult},
+      {headers[0], &results.pinyinResult},
+      {headers[1], &results.zhuyin1Result},
+      {headers[2], &results.zhuyin2Result},
+      {headers[3], &results.wadeResult},
+      {headers[4], &results.tongyongResult},
   }};
   std::size_t size = foundCharacters.size() + 2;
   for (const auto& [header, body] : blocks)
@@ -463,15 +463,17 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   walk.Run(lookUpText);
   return {Outcome::kShown,
           Assemble(walk.results(), walk.zhuyin1HasText(), settings.mode,
-                   walk.foundCharacters(), settings.PinyinSystemsPrefValue)};
+                   walk.foundCharacters(), settings.PinyinSystemsPrefValue,
+                   settings.headers)};
 }
 
 std::string AssembleResult(const Accumulators& results, int mode,
                            const std::string& foundCharacters,
-                           const std::string& PinyinSystemsPrefValue) {
+                           const std::string& PinyinSystemsPrefValue,
+                           const BlockHeaders& headers) {
   Accumulators copy = results;
   return Assemble(copy, HasText(results.zhuyin1Result), mode, foundCharacters,
-                  PinyinSystemsPrefValue);
+                  PinyinSystemsPrefValue, headers);
 }
 
 }  // namespace quill

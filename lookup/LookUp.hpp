@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "lookup/ReadingTable.hpp"
+#include "lookup/SystemTable.hpp"
 #include "romanization/Romanization.hpp"
 #include "script/STConvert.hpp"
 
@@ -27,6 +28,9 @@ struct LookUpSettings {
   std::string PinyinSystemsPrefValue = "11111";
   ToneSettings tones;
   std::string segmentationSetting;  // "1": through Tokenizer
+  // The headers of the result blocks and of the page's blocks; the window
+  // brings its translated ones.
+  BlockHeaders headers = DefaultHeaders();
 };
 
 // Where the files the look-up needs are. An empty temporaryFolder means the
@@ -94,7 +98,8 @@ class LookUpEngine {
 // dictionary mode `foundCharacters` and two CR come first.
 std::string AssembleResult(const Accumulators& results, int mode,
                            const std::string& foundCharacters,
-                           const std::string& PinyinSystemsPrefValue);
+                           const std::string& PinyinSystemsPrefValue,
+                           const BlockHeaders& headers = DefaultHeaders());
 
 // True when the system at `position` (1 to 5) is on: its character in
 // PinyinSystems is anything but "0", a missing one too.

@@ -1,4 +1,4 @@
-#include "app/App.hpp"
+#include "windows/App.hpp"
 
 #include <QDesktopServices>
 #include <QMessageBox>
@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/Preferences.hpp"
 #include "platform/Platform.hpp"
+#include "settings/Preferences.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/MainWindow.hpp"
 #include "windows/MenuBar1.hpp"

@@ -10,7 +10,7 @@
 #include <QApplication>
 #include <string>
 
-#include "app/TextConstants.hpp"
+#include "windows/TextConstants.hpp"
 
 namespace quill {
 

@@ -18,9 +18,9 @@
 #include <cmath>
 #include <functional>
 
-#include "app/App.hpp"
 #include "export/Export.hpp"
 #include "text/TextOps.hpp"
+#include "windows/App.hpp"
 #include "windows/Canvas.hpp"
 #include "windows/ExportWindow.hpp"
 #include "windows/MenuBar1.hpp"
@@ -450,6 +450,7 @@ void MainWindow::LookUp() {
   settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
   settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
                     ShowMultipleReadingsPrefValue};
+  settings.headers = App::SystemNames();
 
   const std::string input = mode == 0 ? CharacterField->text().toStdString()
                                       : TextField->toPlainText().toStdString();
@@ -662,6 +663,7 @@ void MainWindow::Export() {
   settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
   settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
                     ShowMultipleReadingsPrefValue};
+  settings.headers = App::SystemNames();
   if (!engine_)
     engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
   const ExportPage page = BuildPhoneticPage(exportText, settings, *engine_);

@@ -8,19 +8,17 @@
 #include <QTreeWidget>
 #include <string>
 
-#include "app/App.hpp"
-#include "app/TextConstants.hpp"
 #include "text/TextOps.hpp"
+#include "windows/App.hpp"
 #include "windows/MainWindow.hpp"
 #include "windows/MsgBox.hpp"
+#include "windows/TextConstants.hpp"
 
 namespace quill {
 
 namespace {
 
 PreferencesWindow* instance = nullptr;
-
-constexpr int kSystemCount = 5;
 
 // Sizes are given in pixels, as the layout was drawn at 72 dpi: a point
 // size would grow the notes out of their boxes on a 96 dpi screen.
@@ -173,25 +171,24 @@ void PreferencesWindow::ListBox1_Open() {
   ListBox1->headerItem()->setTextAlignment(0, Qt::AlignCenter);
 
   const int rowHeight = ListBox1->font().pixelSize() + 6;
-  const std::string names[kSystemCount] = {
-      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
-      App::kWadeGilesText(), App::kTongyongPinyinText()};
-  for (const std::string& name : names) {
+  const BlockHeaders names = App::SystemNames();
+  for (const SystemRow& system : kSystemTable) {
     auto* row = new QTreeWidgetItem(ListBox1);
-    row->setText(1, Q(name));
+    row->setText(1, Q(names[Index(system.system)]));
     row->setCheckState(0, Qt::Unchecked);
     row->setTextAlignment(0, Qt::AlignCenter);
     row->setSizeHint(0, QSize(0, rowHeight));
   }
-  ListBox1->topLevelItem(kSystemCount - 1)->setCheckState(0, Qt::Checked);
+  ListBox1->topLevelItem(ListBox1->topLevelItemCount() - 1)
+      ->setCheckState(0, Qt::Checked);
 
   const std::string systems = Read("PinyinSystems");
   // Only reachable before start-up has written its default: the last row
   // alone stays on.
   if (systems.empty()) return;
-  for (int position = 1; position <= kSystemCount; ++position) {
-    const bool on = MidB(systems, position, 1) != "0";
-    ListBox1->topLevelItem(position - 1)
+  for (const SystemRow& system : kSystemTable) {
+    const bool on = MidB(systems, system.position, 1) != "0";
+    ListBox1->topLevelItem(system.position - 1)
         ->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
   }
 }
@@ -247,7 +244,7 @@ void PreferencesWindow::Event_Open() {
 
 void PreferencesWindow::OKButton_Action() {
   std::string systems;
-  for (int row = 0; row < kSystemCount; ++row) {
+  for (int row = 0; row < ListBox1->topLevelItemCount(); ++row) {
     systems +=
         ListBox1->topLevelItem(row)->checkState(0) == Qt::Checked ? "1" : "0";
   }
