@@ -40,14 +40,14 @@ constexpr const SystemRow& RowOf(System system) {
   return kSystemTable[Index(system)];
 }
 
-// The headers of the five blocks, in the order of the table.
-using BlockHeaders = std::array<std::string, kSystemCount>;
+// The headers of the five blocks.
+using BlockHeaders = PerSystem<std::string>;
 
 // The English headers of the table.
 inline BlockHeaders DefaultHeaders() {
   BlockHeaders headers;
   for (const SystemRow& row : kSystemTable) {
-    headers[Index(row.system)] = std::string(row.header);
+    headers[row.system] = std::string(row.header);
   }
   return headers;
 }

@@ -34,6 +34,17 @@ constexpr std::size_t Index(System system) {
   return static_cast<std::size_t>(system);
 }
 
+// One value per system, reached by the system.
+template <typename T>
+struct PerSystem {
+  std::array<T, kSystemCount> values{};
+
+  constexpr T& operator[](System system) { return values[Index(system)]; }
+  constexpr const T& operator[](System system) const {
+    return values[Index(system)];
+  }
+};
+
 // The systems that are on.
 class SystemSet {
  public:

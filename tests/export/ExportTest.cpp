@@ -213,7 +213,7 @@ TEST_F(PageTest, ShortSystemsValueLeavesTheRestOn) {
 
 TEST_F(PageTest, NamesComeFromTheCaller) {
   LookUpSettings settings = Systems("01001");
-  settings.headers[1] = "注音一式";
+  settings.headers[System::kZhuyin1] = "注音一式";
   const std::string body = Body("a", settings);
   EXPECT_EQ(body, kSeam + "<p>注音一式<br /><br /><ruby>a</p>" + kSeam + kSeam +
                       kSeam + "<p>Tongyong Pinyin<br /><br /><ruby>a</p>" +
@@ -225,8 +225,8 @@ TEST_F(PageTest, NamesComeFromTheCaller) {
 TEST_F(PageTest, ModeAndSegmentationDontMatter) {
   LookUpSettings converter = Systems("01000");
   LookUpSettings dictionary = converter;
-  dictionary.mode = 0;
-  dictionary.segmentationSetting = "1";
+  dictionary.mode = Mode::kDictionary;
+  dictionary.segmentation = true;
   EXPECT_EQ(Body("a 中", dictionary), Body("a 中", converter));
   EXPECT_EQ(
       Body("a 中", dictionary),
