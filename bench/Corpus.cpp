@@ -46,12 +46,12 @@ double CpuSeconds() {
 
 LookUpSettings BenchSettings(const std::string& systems, bool segmented) {
   LookUpSettings settings;
-  settings.mode = 1;
+  settings.mode = Mode::kConverter;
   settings.PinyinSystemsPrefValue = systems;
   settings.tones.indicateTonesPrefValue = "1";
   settings.tones.UseToneNumbersPrefValue = "0";
   settings.tones.ShowMultipleReadingsPrefValue = "1";
-  settings.segmentationSetting = segmented ? "1" : "0";
+  settings.segmentation = segmented;
   return settings;
 }
 

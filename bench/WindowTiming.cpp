@@ -11,8 +11,8 @@
 #include <QTest>
 #include <cstdio>
 
-#include "app/App.hpp"
 #include "bench/Corpus.hpp"
+#include "windows/App.hpp"
 #include "windows/MainWindow.hpp"
 
 namespace {

@@ -183,9 +183,9 @@ int main(int argc, char** argv) {
     } else if (arg == "--mode") {
       if (!value(v)) return Usage("--mode needs converter or dictionary");
       if (v == "converter") {
-        settings.mode = 1;
+        settings.mode = quill::Mode::kConverter;
       } else if (v == "dictionary") {
-        settings.mode = 0;
+        settings.mode = quill::Mode::kDictionary;
       } else {
         return Usage("unknown mode '" + v + "' (converter or dictionary)");
       }
@@ -202,7 +202,7 @@ int main(int argc, char** argv) {
     } else if (arg == "--single") {
       settings.tones.ShowMultipleReadingsPrefValue = "0";
     } else if (arg == "--segment") {
-      settings.segmentationSetting = "1";
+      settings.segmentation = true;
     } else if (arg == "-i" || arg == "--input") {
       if (!value(v)) return Usage(arg + " needs a file");
       inputFile = v;
@@ -268,14 +268,12 @@ int main(int argc, char** argv) {
     text = std::move(*read);
   }
 
-  constexpr const char* kTableMissing =
-      "The data file is missing. Please reinstall the application.\n";
   quill::LookUpEngine engine(files);
   if (exportFormat == "html") {
     const std::string exportText = quill::Trim(text);
     const auto page = quill::BuildPhoneticPage(exportText, settings, engine);
     if (page.status == quill::ExportPage::Status::kTableMissing) {
-      std::cerr << kTableMissing;
+      std::cerr << quill::kTableMissingMessage << "\n";
       return 3;
     }
     if (page.status == quill::ExportPage::Status::kNothing) return 0;
@@ -284,7 +282,7 @@ int main(int argc, char** argv) {
 
   auto result = engine.LookUp(text, settings);
   if (result.outcome == quill::LookUpEngine::Outcome::kTableMissing) {
-    std::cerr << kTableMissing;
+    std::cerr << quill::kTableMissingMessage << "\n";
     return 3;
   }
   if (exportFormat == "text") {

@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "app/TextConstants.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -14,25 +13,23 @@ namespace quill {
 namespace {
 
 constexpr std::string_view kEndOfLine = "\n";
-constexpr int kSystems = 5;
 
-// The ruby text of one character in each system that is on, in the order of
-// PinyinSystems; empty for a system that is off.
-using RubyTexts = std::array<std::string, kSystems>;
+// The ruby text of one character in each system that is on; empty for a
+// system that is off.
+using RubyTexts = PerSystem<std::string>;
 
-RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s,
-                      const std::array<bool, kSystems>& on) {
+RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s) {
   // Readings never hold a blank, so the first field on one blank is the
   // first reading; every system then gets that one alone.
   const std::string readingEntry = s.tones.ShowMultipleReadingsPrefValue == "0"
                                        ? NthField(tableEntry, " ", 1)
                                        : std::string(tableEntry);
   RubyTexts texts;
-  if (on[0]) texts[0] = ZhuyinToPinyin(readingEntry, s.tones);
-  if (on[1]) texts[1] = readingEntry;
-  if (on[2]) texts[2] = ZhuyinToZhuyin2(readingEntry + " ", s.tones);
-  if (on[3]) texts[3] = ZhuyinToWade(readingEntry, s.tones);
-  if (on[4]) texts[4] = ZhuyinToTungyong(readingEntry, s.tones);
+  for (const SystemRow& row : kSystemTable) {
+    if (s.PinyinSystemsPrefValue.Has(row.system)) {
+      texts[row.system] = Convert(row, readingEntry, s.tones);
+    }
+  }
   return texts;
 }
 
@@ -40,11 +37,9 @@ RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s,
 class PageWalk {
  public:
   PageWalk(LookUpEngine& engine, const LookUpSettings& settings)
-      : engine_(engine), settings_(settings) {
-    for (int i = 0; i < kSystems; ++i) {
-      on_[i] = SystemIsOn(settings.PinyinSystemsPrefValue, i + 1);
-    }
-  }
+      : engine_(engine),
+        settings_(settings),
+        on_(settings.PinyinSystemsPrefValue) {}
 
   void Run(std::string_view text) {
     for (std::size_t pos = 0; pos < text.size();) {
@@ -61,18 +56,17 @@ class PageWalk {
     }
   }
 
-  const std::array<std::string, kSystems>& results() const { return results_; }
-  const std::array<bool, kSystems>& on() const { return on_; }
+  const PerSystem<std::string>& results() const { return results_; }
 
  private:
   static constexpr int kNoReading = -1;
 
   // Verbatim characters gather in one ruby element without rt.
   void Verbatim(std::string_view character) {
-    for (int i = 0; i < kSystems; ++i) {
-      if (!on_[i]) continue;
-      if (!rubyRunOpen_) results_[i] += "<ruby>";
-      results_[i] += character;
+    for (System system : kAllSystems) {
+      if (!on_.Has(system)) continue;
+      if (!rubyRunOpen_) results_[system] += "<ruby>";
+      results_[system] += character;
     }
     rubyRunOpen_ = true;
   }
@@ -81,13 +75,13 @@ class PageWalk {
   // is the character as typed, even when its reading came through its
   // Traditional form.
   void WithReading(std::string_view character, const RubyTexts& ruby) {
-    for (int i = 0; i < kSystems; ++i) {
-      if (!on_[i]) continue;
-      std::string& out = results_[i];
+    for (System system : kAllSystems) {
+      if (!on_.Has(system)) continue;
+      std::string& out = results_[system];
       out += rubyRunOpen_ ? "</ruby><ruby>" : "<ruby>";
       out += character;
       out += "<rt>";
-      out += ruby[i];
+      out += ruby[system];
       out += "</rt></ruby>";
     }
     rubyRunOpen_ = false;
@@ -102,7 +96,7 @@ class PageWalk {
       const long hit = engine_.Search(character);
       if (hit >= 1) {
         texts_.push_back(
-            RubyTextsOf(engine_.table().ReadingEntry(hit), settings_, on_));
+            RubyTextsOf(engine_.table().ReadingEntry(hit), settings_));
         it->second = static_cast<int>(texts_.size() - 1);
       }
     }
@@ -112,8 +106,8 @@ class PageWalk {
 
   LookUpEngine& engine_;
   const LookUpSettings& settings_;
-  std::array<bool, kSystems> on_{};
-  std::array<std::string, kSystems> results_;
+  const SystemSet on_;
+  PerSystem<std::string> results_;
   // Shared by all accumulators: they all see the same characters.
   bool rubyRunOpen_ = false;
   std::unordered_map<std::uint32_t, int> slotOf_;
@@ -165,32 +159,32 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
 
   PageWalk walk(engine, settings);
   walk.Run(exportText);
-  const auto& results = walk.results();
-  const auto& on = walk.on();
+  const PerSystem<std::string>& results = walk.results();
+  const SystemSet& on = settings.PinyinSystemsPrefValue;
+  const BlockHeaders& names = settings.headers;
 
   // One system alone stands in a bare "<p>"; with several, each block is
   // headed by its name; with none, nothing is wrapped.
-  const int count = static_cast<int>(std::count(on.begin(), on.end(), true));
-  const std::array<std::string, kSystems> names{
-      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
-      App::kWadeGilesText(), App::kTongyongPinyinText()};
+  const auto count = std::count_if(kAllSystems.begin(), kAllSystems.end(),
+                                   [&](System s) { return on.Has(s); });
 
   std::string page = DocumentHead();
   std::size_t size = page.size() + 256;
-  for (int i = 0; i < kSystems; ++i) {
-    size += results[i].size() + names[i].size();
+  for (System system : kAllSystems) {
+    size += results[system].size() + names[system].size();
   }
   page.reserve(size);
-  for (int i = 0; i < kSystems; ++i) {
-    if (on[i]) {
+  for (const SystemRow& row : kSystemTable) {
+    if (on.Has(row.system)) {
       page += "<p>";
-      if (count > 1) page.append(names[i]).append("<br /><br />");
-      page += results[i];
+      if (count > 1) page.append(names[row.system]).append("<br /><br />");
+      page += results[row.system];
       page += "</p>";
     }
     // Every seam is written whether its system is on or not, and its
     // "</ruby>" closes a run left open inside the block, or nothing.
-    page += i + 1 < kSystems ? "</ruby><br />" : "</ruby>";
+    const bool last = row.system == kAllSystems.back();
+    page += last ? "</ruby>" : "</ruby><br />";
     page += kEndOfLine;
   }
   page += "</body>";

@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/TextConstants.hpp"
 #include "lookup/Segmentation.hpp"
 #include "platform/Platform.hpp"
 #include "text/TextOps.hpp"
@@ -20,32 +19,50 @@ namespace {
 constexpr char kEndOfLine = '\n';
 constexpr std::string_view kRule = "-------------------";
 
-// A Chinese punctuation mark and what each accumulator gets for it. Rule A
-// puts a blank behind it in all five; rule B does so when pinyinResult does
-// not end in one.
+// Whether a blank follows a punctuation mark in every result, outside
+// segmented text (where the blanks are Tokenizer's).
+enum class BlankAfter {
+  kNever,                    // the mark's own text holds what blanks it needs
+  kAlways,                   // a comma or a full stop
+  kUnlessPinyinEndsInBlank,  // a closing bracket: one blank, not two
+};
+
+// A Chinese punctuation mark and what each accumulator gets for it.
 struct Mark {
   std::uint32_t input;
   std::string_view zhuyin1;
-  std::string_view latin;  // pinyinResult, zhuyin2Result, wadeResult
+  std::string_view latin;  // Hanyu Pinyin, Zhuyin 2 and Wade-Giles
   std::string_view tongyong;
-  char rule;
+  BlankAfter blank;
 };
 
 constexpr std::array<Mark, 13> kMarks{{
-    {0xFF0C, "，", ",", ",", 'A'},
-    {0x3001, "，", ",", ",", 'A'},
-    {0x3002, "。", ".", ".", 'A'},
-    {0xFF1B, "；", "; ", "; ", 0},
-    {0xFF08, " (", " (", " (", 0},
-    {0xFF09, ")", ")", ") ", 'B'},
-    {0xFF1F, "？", "? ", "? ", 0},
-    {0xFF01, "! ", "! ", "! ", 0},
-    {0x201C, " “", " “", " \"", 0},
-    {0x300C, " “", " “", " \"", 0},
-    {0x201D, "” ", "” ", "” ", 0},
-    {0x300D, "” ", "” ", "” ", 0},
-    {0xFF1A, ": ", ": ", ": ", 0},
+    {0xFF0C, "，", ",", ",", BlankAfter::kAlways},
+    {0x3001, "，", ",", ",", BlankAfter::kAlways},
+    {0x3002, "。", ".", ".", BlankAfter::kAlways},
+    {0xFF1B, "；", "; ", "; ", BlankAfter::kNever},
+    {0xFF08, " (", " (", " (", BlankAfter::kNever},
+    {0xFF09, ")", ")", ") ", BlankAfter::kUnlessPinyinEndsInBlank},
+    {0xFF1F, "？", "? ", "? ", BlankAfter::kNever},
+    {0xFF01, "! ", "! ", "! ", BlankAfter::kNever},
+    {0x201C, " “", " “", " \"", BlankAfter::kNever},
+    {0x300C, " “", " “", " \"", BlankAfter::kNever},
+    {0x201D, "” ", "” ", "” ", BlankAfter::kNever},
+    {0x300D, "” ", "” ", "” ", BlankAfter::kNever},
+    {0xFF1A, ": ", ": ", ": ", BlankAfter::kNever},
 }};
+
+// The mark's text in one system's result.
+std::string_view MarkText(const Mark& mark, System system) {
+  switch (system) {
+    case System::kZhuyin1:
+      return mark.zhuyin1;
+    case System::kTongyongPinyin:
+      return mark.tongyong;
+    default:
+      return mark.latin;
+  }
+}
 
 bool EndsWith(const std::string& s, char c) {
   return !s.empty() && s.back() == c;
@@ -58,11 +75,6 @@ bool HasText(std::string_view s) {
   }
   return false;
 }
-
-// The accumulators by position in PinyinSystems, less one.
-constexpr std::size_t kPinyin = 0;
-constexpr std::size_t kZhuyin1 = 1;
-constexpr std::size_t kTongyong = 4;
 
 // True when `s` holds one of the pairs that the clean-up closes up: "( ",
 // " )" or "“ ".
@@ -109,8 +121,8 @@ void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
 // behind the syllable included. Worked out once per character and look-up:
 // it depends on the reading string and the settings alone.
 struct Contribution {
-  std::array<std::string, 5> text;  // by position, as the accumulators
-  std::array<bool, 5> hasPair{};
+  PerSystem<std::string> text;
+  PerSystem<bool> hasPair;
   bool zhuyin1HasText = false;
 };
 
@@ -160,17 +172,17 @@ class Walk {
        std::vector<int>& slotOfBmp)
       : engine_(engine),
         settings_(settings),
-        segmented_(settings.segmentationSetting == "1"),
-        blankAfterSyllable_(!segmented_ || settings.mode == 0),
-        acc_{&r_.pinyinResult, &r_.zhuyin1Result, &r_.zhuyin2Result,
-             &r_.wadeResult, &r_.tongyongResult},
+        on_(settings.PinyinSystemsPrefValue),
+        segmented_(settings.segmentation),
+        blankAfterSyllable_(!segmented_ || settings.mode == Mode::kDictionary),
         slotOfBmp_(slotOfBmp) {
     if (slotOfBmp_.empty()) slotOfBmp_.assign(0x10000, kUnknown);
-    for (std::size_t i = 0; i < 5; ++i) {
-      on_[i] =
-          SystemIsOn(settings.PinyinSystemsPrefValue, static_cast<int>(i + 1));
-      if (i == kPinyin || on_[i]) built_.push_back(i);
-      if (i == kPinyin || (on_[i] && i != kZhuyin1)) latin_.push_back(i);
+    for (System system : kAllSystems) {
+      const bool pinyin = system == System::kHanyuPinyin;
+      if (pinyin || on_.Has(system)) built_.push_back(system);
+      if (pinyin || (on_.Has(system) && system != System::kZhuyin1)) {
+        latin_.push_back(system);
+      }
     }
   }
 
@@ -188,7 +200,7 @@ class Walk {
         AppendAll(std::string_view(&kEndOfLine, 1));
         ++pos;
       } else if (byte == ' ') {
-        if (!EndsWith(r_.pinyinResult, ' ')) AppendAll(" ");
+        if (!EndsWith(r_[System::kHanyuPinyin], ' ')) AppendAll(" ");
         ++pos;
       } else if (byte < 0x80) {
         // A run of ASCII goes verbatim as one piece.
@@ -207,14 +219,16 @@ class Walk {
         }
       }
     }
-    for (std::size_t i : built_) {
-      if (searchAll_[i]) {
-        CleanUp(*acc_[i]);
-      } else if (!pairs_[i].empty()) {
-        CloseUp(*acc_[i], pairs_[i]);
+    for (System system : built_) {
+      if (searchAll_[system]) {
+        CleanUp(r_[system]);
+      } else if (!pairs_[system].empty()) {
+        CloseUp(r_[system], pairs_[system]);
       }
     }
-    if (on_[kZhuyin1]) zhuyin1HasText_ = HasText(r_.zhuyin1Result);
+    if (on_.Has(System::kZhuyin1)) {
+      zhuyin1HasText_ = HasText(r_[System::kZhuyin1]);
+    }
   }
 
   Accumulators& results() { return r_; }
@@ -236,22 +250,23 @@ class Walk {
   void Reserve(std::size_t inputSize) {
     // What running Chinese text grows to, a little over; spares the copies
     // of growing. Pages reserved and never written take no memory.
-    for (std::size_t i : built_) {
-      ReserveForWriting(*acc_[i], inputSize * (i == kZhuyin1 ? 5 : 3));
+    for (System system : built_) {
+      ReserveForWriting(r_[system],
+                        inputSize * (system == System::kZhuyin1 ? 5 : 3));
     }
   }
 
-  void Append(std::size_t i, std::string_view piece, bool pieceHasPair) {
-    std::string& s = *acc_[i];
+  void Append(System system, std::string_view piece, bool pieceHasPair) {
+    std::string& s = r_[system];
     if (pieceHasPair) {
-      searchAll_[i] = true;
+      searchAll_[system] = true;
     } else if (!s.empty() && !piece.empty()) {
       // The blank of a pair made across the seam.
       if (piece.front() == ')' && s.back() == ' ') {
-        pairs_[i].push_back(s.size() - 1);
+        pairs_[system].push_back(s.size() - 1);
       } else if (piece.front() == ' ' &&
                  (s.back() == '(' || std::string_view(s).ends_with("“"))) {
-        pairs_[i].push_back(s.size());
+        pairs_[system].push_back(s.size());
       }
     }
     s.append(piece);
@@ -259,34 +274,41 @@ class Walk {
 
   void AppendAll(std::string_view piece) {
     const bool pieceHasPair = HasPair(piece);
-    for (std::size_t i : built_) Append(i, piece, pieceHasPair);
+    for (System system : built_) Append(system, piece, pieceHasPair);
   }
 
   // Text copied as it is into all five, in converter mode only.
   void Verbatim(std::string_view piece) {
-    if (settings_.mode != 1) return;
+    if (settings_.mode != Mode::kConverter) return;
     verbatimPending_ = true;
     AppendAll(piece);
-    if (!on_[kZhuyin1] && !zhuyin1HasText_) zhuyin1HasText_ = HasText(piece);
+    if (!on_.Has(System::kZhuyin1) && !zhuyin1HasText_) {
+      zhuyin1HasText_ = HasText(piece);
+    }
   }
 
   void Character(std::uint32_t code, std::string_view character) {
     if (verbatimPending_ && !segmented_) {
-      for (std::size_t i : latin_) {
-        const std::string& s = *acc_[i];
-        if (!EndsWith(s, ' ') && !EndsWith(s, kEndOfLine))
-          Append(i, " ", false);
+      for (System system : latin_) {
+        const std::string& s = r_[system];
+        if (!EndsWith(s, ' ') && !EndsWith(s, kEndOfLine)) {
+          Append(system, " ", false);
+        }
       }
     }
     verbatimPending_ = false;
     const int slot = Slot(code, character);
     if (slot >= 0) {
       const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
-      for (std::size_t i : built_) Append(i, c.text[i], c.hasPair[i]);
-      if (!on_[kZhuyin1]) {
+      for (System system : built_) {
+        Append(system, c.text[system], c.hasPair[system]);
+      }
+      if (!on_.Has(System::kZhuyin1)) {
         zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
       }
-      if (settings_.mode == 0) foundCharacters_.append(character);
+      if (settings_.mode == Mode::kDictionary) {
+        foundCharacters_.append(character);
+      }
     } else if (slot <= kFirstMark) {
       Punctuation(kMarks[static_cast<std::size_t>(kFirstMark - slot)]);
     }
@@ -322,33 +344,36 @@ class Walk {
   Contribution Contribute(std::string_view entry) const {
     const ToneSettings& tones = settings_.tones;
     Contribution c;
-    c.text[kZhuyin1] = Zhuyin1Readings(entry, tones);
-    c.zhuyin1HasText = HasText(c.text[kZhuyin1]);
-    if (on_[0]) c.text[0] = ZhuyinToPinyin(entry, tones);
-    if (on_[2]) c.text[2] = ZhuyinToZhuyin2(std::string(entry) + " ", tones);
-    if (on_[3]) c.text[3] = ZhuyinToWade(entry, tones);
-    if (on_[4]) c.text[4] = ZhuyinToTungyong(entry, tones);
-    for (std::size_t i = 0; i < 5; ++i) {
-      if (i != kZhuyin1 && blankAfterSyllable_) c.text[i] += ' ';
-      c.hasPair[i] = HasPair(c.text[i]);
+    for (const SystemRow& row : kSystemTable) {
+      std::string& text = c.text[row.system];
+      if (row.system == System::kZhuyin1) {
+        // Needed also when Zhuyin 1 is off: whether it has text decides
+        // whether anything is shown.
+        text = Zhuyin1Readings(entry, tones);
+        c.zhuyin1HasText = HasText(text);
+      } else {
+        if (on_.Has(row.system)) text = Convert(row, entry, tones);
+        if (blankAfterSyllable_) text += ' ';
+      }
+      c.hasPair[row.system] = HasPair(text);
     }
     return c;
   }
 
   void Punctuation(const Mark& mark) {
-    if (!on_[kZhuyin1]) zhuyin1HasText_ = true;  // every mark shows there
-    for (std::size_t i : built_) {
-      const std::string_view text = i == kZhuyin1    ? mark.zhuyin1
-                                    : i == kTongyong ? mark.tongyong
-                                                     : mark.latin;
-      std::string& s = *acc_[i];
-      if (!s.empty() && IsTrimmable(s.front())) searchAll_[i] = true;
+    // Every mark shows in Zhuyin 1.
+    if (!on_.Has(System::kZhuyin1)) zhuyin1HasText_ = true;
+    for (System system : built_) {
+      const std::string_view text = MarkText(mark, system);
+      std::string& s = r_[system];
+      if (!s.empty() && IsTrimmable(s.front())) searchAll_[system] = true;
       TrimInPlace(s);
-      Append(i, text, HasPair(text));
+      Append(system, text, HasPair(text));
     }
     if (segmented_) return;
-    if (mark.rule == 'A' ||
-        (mark.rule == 'B' && !EndsWith(r_.pinyinResult, ' '))) {
+    if (mark.blank == BlankAfter::kAlways ||
+        (mark.blank == BlankAfter::kUnlessPinyinEndsInBlank &&
+         !EndsWith(r_[System::kHanyuPinyin], ' '))) {
       AppendAll(" ");
     }
   }
@@ -361,15 +386,14 @@ class Walk {
 
   LookUpEngine& engine_;
   const LookUpSettings& settings_;
+  const SystemSet on_;
   const bool segmented_;
   const bool blankAfterSyllable_;
   Accumulators r_;
-  const std::array<std::string*, 5> acc_;  // r_ by position
-  std::array<bool, 5> on_{};
-  std::array<std::vector<std::size_t>, 5> pairs_;  // blanks, by position
-  std::array<bool, 5> searchAll_{};
-  std::vector<std::size_t> built_;  // positions of the accumulators built
-  std::vector<std::size_t> latin_;  // the same but zhuyin1Result
+  PerSystem<std::vector<std::size_t>> pairs_;  // blanks of pairs
+  PerSystem<bool> searchAll_;
+  std::vector<System> built_;  // the accumulators built
+  std::vector<System> latin_;  // the same but Zhuyin 1
   bool verbatimPending_ = false;
   bool zhuyin1HasText_ = false;
   std::string foundCharacters_;
@@ -383,32 +407,29 @@ class Walk {
 // The blocks of the selected systems. Each body is released once it is
 // copied, so that the accumulators and the result are never both whole in
 // memory.
-std::string Assemble(Accumulators& results, bool shown, int mode,
-                     const std::string& foundCharacters,
-                     const std::string& PinyinSystemsPrefValue) {
+std::string Assemble(Accumulators& results, bool shown,
+                     const LookUpSettings& settings,
+                     const std::string& foundCharacters) {
   if (!shown) return {};
-  const std::array<std::pair<std::string, std::string*>, 5> blocks{{
-      {App::kHanyuPinyinText(), &results.pinyinResult},
-      {App::kZhuyin1Text(), &results.zhuyin1Result},
-      {App::kZhuyin2Text(), &results.zhuyin2Result},
-      {App::kWadeGilesText(), &results.wadeResult},
-      {App::kTongyongPinyinText(), &results.tongyongResult},
-  }};
   std::size_t size = foundCharacters.size() + 2;
-  for (const auto& [header, body] : blocks)
-    size += header.size() + body->size() + 32;
+  for (System system : kAllSystems) {
+    size += settings.headers[system].size() + results[system].size() + 32;
+  }
   std::string text;
   ReserveForWriting(text, size);
-  if (mode == 0) text.append(foundCharacters).append("\r\r");
-  for (int position = 1; position <= 5; ++position) {
-    if (!SystemIsOn(PinyinSystemsPrefValue, position)) continue;
-    const auto& [header, body] = blocks[static_cast<std::size_t>(position - 1)];
+  if (settings.mode == Mode::kDictionary) {
+    text.append(foundCharacters).append("\r\r");
+  }
+  for (const SystemRow& row : kSystemTable) {
+    if (!settings.PinyinSystemsPrefValue.Has(row.system)) continue;
+    std::string& body = results[row.system];
     // Every block but the first of the table opens with two empty lines,
     // whichever block happens to come first.
-    if (position > 1) text.append("\r\r");
-    text.append(header).append("\r").append(kRule).append("\r");
-    text.append(*body).append("\r");
-    std::string().swap(*body);
+    if (row.position > 1) text.append("\r\r");
+    text.append(settings.headers[row.system]).append("\r");
+    text.append(kRule).append("\r");
+    text.append(body).append("\r");
+    std::string().swap(body);
   }
   return text;
 }
@@ -419,10 +440,6 @@ DataFiles DataFiles::BesideExecutable() {
   const std::string folder = ApplicationFolder();
   return {
       folder + "/zhuyintable", folder + "/STTABLE", folder + "/Tokenizer", {}};
-}
-
-bool SystemIsOn(const std::string& PinyinSystemsPrefValue, int position) {
-  return MidB(PinyinSystemsPrefValue, position, 1) != "0";
 }
 
 bool TakesCharacterPath(std::uint32_t code) {
@@ -453,7 +470,7 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   // The input is walked where it stands unless Tokenizer rewrites it.
   std::string_view lookUpText = TrimView(fieldText);
   std::string segmented;
-  if (settings.mode == 1 && settings.segmentationSetting == "1") {
+  if (settings.mode == Mode::kConverter && settings.segmentation) {
     segmented = TextToLookUp(std::string(lookUpText));
     lookUpText = segmented;
   }
@@ -461,17 +478,8 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
   Walk walk(*this, settings, slotOfBmp_);
   walk.Run(lookUpText);
-  return {Outcome::kShown,
-          Assemble(walk.results(), walk.zhuyin1HasText(), settings.mode,
-                   walk.foundCharacters(), settings.PinyinSystemsPrefValue)};
-}
-
-std::string AssembleResult(const Accumulators& results, int mode,
-                           const std::string& foundCharacters,
-                           const std::string& PinyinSystemsPrefValue) {
-  Accumulators copy = results;
-  return Assemble(copy, HasText(results.zhuyin1Result), mode, foundCharacters,
-                  PinyinSystemsPrefValue);
+  return {Outcome::kShown, Assemble(walk.results(), walk.zhuyin1HasText(),
+                                    settings, walk.foundCharacters())};
 }
 
 }  // namespace quill

@@ -16,18 +16,30 @@
 #include <vector>
 
 #include "lookup/ReadingTable.hpp"
+#include "lookup/SystemTable.hpp"
 #include "romanization/Romanization.hpp"
 #include "script/STConvert.hpp"
+#include "settings/Settings.hpp"
+#include "settings/Systems.hpp"
 
 namespace quill {
 
 // The settings a look-up runs with, as the window holds them.
 struct LookUpSettings {
-  int mode = 1;  // 1 converter mode, 0 dictionary mode
-  std::string PinyinSystemsPrefValue = "11111";
+  Mode mode = Mode::kConverter;
+  SystemSet PinyinSystemsPrefValue;  // all five
   ToneSettings tones;
-  std::string segmentationSetting;  // "1": through Tokenizer
+  // ShowSegmentation: in converter mode the text goes through Tokenizer
+  // first, and the blanks between words are those it puts.
+  bool segmentation = false;
+  // The headers of the result blocks and of the page's blocks; the window
+  // brings its translated ones.
+  BlockHeaders headers = DefaultHeaders();
 };
+
+// What the window and the CLI say when zhuyintable can't be read.
+inline constexpr const char* kTableMissingMessage =
+    "The data file is missing. Please reinstall the application.";
 
 // Where the files the look-up needs are. An empty temporaryFolder means the
 // user's own, asked of the platform at each segmentation.
@@ -41,14 +53,9 @@ struct DataFiles {
   static DataFiles BesideExecutable();
 };
 
-// The five result texts, in the order of PinyinSystems.
-struct Accumulators {
-  std::string pinyinResult;
-  std::string zhuyin1Result;
-  std::string zhuyin2Result;
-  std::string wadeResult;
-  std::string tongyongResult;
-};
+// The five result texts: pinyinResult, zhuyin1Result, zhuyin2Result,
+// wadeResult and tongyongResult, by system.
+using Accumulators = PerSystem<std::string>;
 
 class LookUpEngine {
  public:
@@ -88,17 +95,6 @@ class LookUpEngine {
   // for setting up a table of every code point.
   std::vector<int> slotOfBmp_;
 };
-
-// The result field's text for five finished accumulators: the blocks of the
-// selected systems, each with its header and rule, lines ended by CR. In
-// dictionary mode `foundCharacters` and two CR come first.
-std::string AssembleResult(const Accumulators& results, int mode,
-                           const std::string& foundCharacters,
-                           const std::string& PinyinSystemsPrefValue);
-
-// True when the system at `position` (1 to 5) is on: its character in
-// PinyinSystems is anything but "0", a missing one too.
-bool SystemIsOn(const std::string& PinyinSystemsPrefValue, int position);
 
 // True for a character that takes the character path: code above 255 and
 // neither a Zhuyin letter (U+3105 to U+312C) nor one of the four tone marks.

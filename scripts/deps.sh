@@ -1,7 +1,7 @@
 # Installs the Debian packages Quillmere needs to build, test and run, when
 # any is missing. Sourced by ./run and ./test.
 quillmere_packages=(
-  cmake ninja-build g++ clang libclang-rt-14-dev pkg-config
+  cmake ninja-build g++ clang clang-format libclang-rt-14-dev pkg-config
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libpugixml-dev

@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <QUrl>
 
-#include "app/App.hpp"
+#include "windows/App.hpp"
 #include "windows/MenuBar1.hpp"
 #include "windows/Pictures.hpp"
 

@@ -8,8 +8,8 @@
 #include <QShortcut>
 #include <utility>
 
-#include "app/TextConstants.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/TextConstants.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 namespace quill {

@@ -18,9 +18,10 @@
 #include <cmath>
 #include <functional>
 
-#include "app/App.hpp"
 #include "export/Export.hpp"
+#include "settings/Settings.hpp"
 #include "text/TextOps.hpp"
+#include "windows/App.hpp"
 #include "windows/Canvas.hpp"
 #include "windows/ExportWindow.hpp"
 #include "windows/MenuBar1.hpp"
@@ -75,11 +76,8 @@ QFont FieldFont(int pixels) {
 
 QString ToQ(const std::string& s) { return QString::fromStdString(s); }
 
-// A stored number as an int; values beyond any screen are cut down first.
-int ReadNumber(const char* key) {
-  const double value = Val(App::Instance()->ReadPreferences(key));
-  return static_cast<int>(std::clamp(value, -1e6, 1e6));
-}
+// A switch as the tone settings hold it.
+std::string Switch(bool on) { return on ? "1" : "0"; }
 
 // Content widget that reports its size changes to the window.
 class Content : public QWidget {
@@ -235,7 +233,7 @@ void MainWindow::OpenControls() {
 
 void MainWindow::Widget_Open() {
   const int position =
-      std::max(ReadNumber("MainWindowWidgetHeight"), kWidgetTopLimit);
+      std::max(Settings::MainWindowWidgetHeight(), kWidgetTopLimit);
   layout_.SetTop(Widget, position);
   layout_.SetHeight(TextField,
                     position - layout_.Rect(TextField).top() - kWidgetGap);
@@ -247,8 +245,8 @@ void MainWindow::Widget_Open() {
 void MainWindow::Event_Open() {
   OpenControls();
   zoomCounter = 0;
-  const int width = ReadNumber("MainWindowWidth");
-  const int height = ReadNumber("MainWindowHeight");
+  const int width = Settings::MainWindowWidth();
+  const int height = Settings::MainWindowHeight();
   if (width > 300 && height > 448) {
     SetSize(width, height);
     mainWindowWidth = width;
@@ -256,20 +254,20 @@ void MainWindow::Event_Open() {
   } else {
     SetSize(300, 449);  // below the least height: the window takes that
   }
-  const int left = ReadNumber("MainWindowLeft");
-  const int top = ReadNumber("MainWindowTop");
+  const int left = Settings::MainWindowLeft();
+  const int top = Settings::MainWindowTop();
   if (left > 0 && top > 10) move(left, top);
   knownPosition_ = pos();
-  // Sizes set so far are no user's resizing: mode is not yet 1.
+  // Sizes set so far are no user's resizing: the mode is not yet converter.
   knownSize_ = QSize(Width(), Height());
   layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
-  indicateTonesPrefValue = App::Instance()->ReadPreferences("IndicateTones");
-  mode = 1;
+  indicateTonesPrefValue = Switch(Settings::IndicateTones());
+  mode = Mode::kConverter;
   CharacterField->setVisible(false);
   TextField->setVisible(true);
   TextField->setFocus();
   ConverterModeButton->SetBackdrop(convertermode_on());
-  PinyinSystemsPrefValue = App::Instance()->ReadPreferences("PinyinSystems");
+  PinyinSystemsPrefValue = Settings::PinyinSystems().value_or(SystemSet());
   WindowMenuManager::Add(this);
 }
 
@@ -310,9 +308,9 @@ void MainWindow::ContentResized(QSize size) {
 
 void MainWindow::Event_Resized() {
   layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
-  if (mode == 1) {
-    App::Instance()->WritePreferences("MainWindowWidth", Str(Width()));
-    App::Instance()->WritePreferences("MainWindowHeight", Str(Height()));
+  if (mode == Mode::kConverter) {
+    Settings::SetMainWindowWidth(Width());
+    Settings::SetMainWindowHeight(Height());
     mainWindowWidth = Width();
     mainWindowHeight = Height();
   }
@@ -326,8 +324,8 @@ void MainWindow::moveEvent(QMoveEvent* event) {
 }
 
 void MainWindow::Event_Moved() {
-  App::Instance()->WritePreferences("MainWindowLeft", Str(Left()));
-  App::Instance()->WritePreferences("MainWindowTop", Str(Top()));
+  Settings::SetMainWindowLeft(Left());
+  Settings::SetMainWindowTop(Top());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -336,8 +334,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::Event_Close() {
-  App::Instance()->WritePreferences("MainWindowWidgetHeight",
-                                    Str(layout_.Rect(Widget).top()));
+  Settings::SetMainWindowWidgetHeight(layout_.Rect(Widget).top());
   QCoreApplication::quit();
 }
 
@@ -402,12 +399,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 
 bool MainWindow::TextField_KeyDown(const QKeyEvent& event) {
   // Read at every key, so that a change in the preferences holds at once.
-  const std::string pressReturnTo =
-      App::Instance()->ReadPreferences("PressReturnTo");
+  const ReturnKey pressReturnTo = Settings::PressReturnTo();
   const bool enter = event.key() == Qt::Key_Enter;  // on the keypad
   const bool ret = event.key() == Qt::Key_Return;
   const bool shift = event.modifiers() & Qt::ShiftModifier;
-  if (pressReturnTo == "1") {
+  if (pressReturnTo == ReturnKey::kAddsNewLine) {
     if (!enter) return false;
   } else {
     if (shift && ret) return false;
@@ -441,29 +437,40 @@ void MainWindow::SetDataFiles(const DataFiles& files) {
   engine_ = std::make_unique<LookUpEngine>(files);
 }
 
-void MainWindow::LookUp() {
-  QuillmereApp* app = App::Instance();
+LookUpSettings MainWindow::CurrentSettings() const {
   LookUpSettings settings;
   settings.mode = mode;
-  settings.segmentationSetting = app->ReadPreferences("ShowSegmentation");
-  ShowMultipleReadingsPrefValue = app->ReadPreferences("ShowMultipleReadings");
   settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
   settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
                     ShowMultipleReadingsPrefValue};
+  settings.headers = App::SystemNames();
+  return settings;
+}
 
-  const std::string input = mode == 0 ? CharacterField->text().toStdString()
-                                      : TextField->toPlainText().toStdString();
-  (mode == 0 ? CharacterFieldTemp : TextFieldTemp) = Trim(input);
-
-  if (!engine_)
+LookUpEngine& MainWindow::Engine() {
+  if (!engine_) {
     engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
-  const LookUpEngine::Result result = engine_->LookUp(input, settings);
+  }
+  return *engine_;
+}
+
+void MainWindow::LookUp() {
+  const bool segmentation = Settings::ShowSegmentation();
+  ShowMultipleReadingsPrefValue = Switch(Settings::ShowMultipleReadings());
+  LookUpSettings settings = CurrentSettings();
+  settings.segmentation = segmentation;
+
+  const bool dictionary = mode == Mode::kDictionary;
+  const std::string input = dictionary ? CharacterField->text().toStdString()
+                                       : TextField->toPlainText().toStdString();
+  (dictionary ? CharacterFieldTemp : TextFieldTemp) = Trim(input);
+
+  const LookUpEngine::Result result = Engine().LookUp(input, settings);
   switch (result.outcome) {
     case LookUpEngine::Outcome::kNothing:
       return;
     case LookUpEngine::Outcome::kTableMissing:
-      MsgBox(this,
-             "The data file is missing. Please reinstall the application.");
+      MsgBox(this, kTableMissingMessage);
       return;
     case LookUpEngine::Outcome::kShown:
       break;
@@ -511,19 +518,19 @@ void MainWindow::Widget_MouseUp() {
 void MainWindow::DictModeButton_MouseUp() {
   DictModeButton->SetBackdrop(dictmode_on());
   ConverterModeButton->SetBackdrop(convertermode());
-  if (mode == 1) StartModeSwitching();
+  if (mode == Mode::kConverter) StartModeSwitching();
 }
 
 void MainWindow::ConverterModeButton_MouseUp() {
   DictModeButton->SetBackdrop(dictmode());
   ConverterModeButton->SetBackdrop(convertermode_on());
-  if (mode == 0) StartModeSwitching();
+  if (mode == Mode::kDictionary) StartModeSwitching();
 }
 
 void MainWindow::StartModeSwitching() {
   originalWidth = Width();
   originalHeight = Height();
-  if (mode != 0) {
+  if (mode == Mode::kConverter) {
     // The shrinking steps resize in converter mode and so overwrite the
     // converter size; the last step puts these copies back.
     windowWidthTemp = mainWindowWidth;
@@ -535,10 +542,10 @@ void MainWindow::StartModeSwitching() {
     CharacterField->setVisible(true);
     TextField->setVisible(false);
     // Kept for the record only: every start is in converter mode.
-    App::Instance()->WritePreferences("DefaultMode", "0");
+    Settings::SetDefaultMode(Mode::kDictionary);
   } else {
     CharacterFieldResultTemp = ResultFieldText();
-    App::Instance()->WritePreferences("DefaultMode", "1");
+    Settings::SetDefaultMode(Mode::kConverter);
   }
   ResultField->clear();
   // The limits of the mode being left would hold back the animation's own
@@ -548,7 +555,7 @@ void MainWindow::StartModeSwitching() {
 }
 
 // Four steps move the fields and the window, the fifth settles the new
-// mode, the sixth stops the timer. mode changes only in the fifth, so it
+// mode, the sixth stops the timer. The mode changes only in the fifth, so it
 // tells the direction all along.
 void MainWindow::Timer1_Action() {
   const int targetWidth = std::max(mainWindowWidth, kConverterLeastWidth);
@@ -558,13 +565,13 @@ void MainWindow::Timer1_Action() {
     Timer1->stop();
     return;
   }
-  if (mode != 0) {
+  if (mode == Mode::kConverter) {
     // A window that is large in one direction only keeps its size.
     const bool resizing = originalWidth > kDictionarySize.width() &&
                           originalHeight > kDictionarySize.height();
     if (zoomCounter == kZoomSteps) {
       if (resizing) SetSize(kDictionarySize.width(), kDictionarySize.height());
-      mode = 0;
+      mode = Mode::kDictionary;
       mainWindowWidth = windowWidthTemp;
       mainWindowHeight = windowHeightTemp;
       SetResultFieldText(CharacterFieldResultTemp);
@@ -584,7 +591,7 @@ void MainWindow::Timer1_Action() {
         originalWidth < targetWidth && originalHeight < targetHeight;
     if (zoomCounter == kZoomSteps) {
       if (resizing) SetSize(targetWidth, targetHeight);
-      mode = 1;
+      mode = Mode::kConverter;
       QRect rect = layout_.Rect(TextField);
       rect.setSize(layout_.Rect(CharacterField).size());
       layout_.SetRect(TextField, rect);
@@ -631,9 +638,9 @@ void MainWindow::SetResultFieldText(const std::string& text) {
 }
 
 void MainWindow::Export() {
-  const std::string exportText = mode != 0 ? TextFieldTemp : CharacterFieldTemp;
-  QuillmereApp* app = App::Instance();
-  ShowMultipleReadingsPrefValue = app->ReadPreferences("ShowMultipleReadings");
+  const std::string exportText =
+      mode == Mode::kConverter ? TextFieldTemp : CharacterFieldTemp;
+  ShowMultipleReadingsPrefValue = Switch(Settings::ShowMultipleReadings());
   if (Trim(exportText).empty()) return;
 
   ExportWindow* dialog = ExportWindow::Instance();
@@ -657,17 +664,10 @@ void MainWindow::Export() {
   // Made before the table is looked at: without one, it stays empty.
   QFile file(path);
   const bool created = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-  LookUpSettings settings;
-  settings.mode = mode;
-  settings.PinyinSystemsPrefValue = PinyinSystemsPrefValue;
-  settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
-                    ShowMultipleReadingsPrefValue};
-  if (!engine_)
-    engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
-  const ExportPage page = BuildPhoneticPage(exportText, settings, *engine_);
+  const ExportPage page =
+      BuildPhoneticPage(exportText, CurrentSettings(), Engine());
   if (page.status == ExportPage::Status::kTableMissing) {
-    MsgBox(front,
-           "The data file is missing. Please reinstall the application.");
+    MsgBox(front, kTableMissingMessage);
     return;
   }
   if (page.status != ExportPage::Status::kDone) return;

@@ -35,13 +35,13 @@ class MainWindow : public QWidget {
 
   // The record of the window's state. Strings start empty, numbers at 0.
   std::string CurrentField;
-  std::string PinyinSystemsPrefValue;
+  SystemSet PinyinSystemsPrefValue;
   std::string UseToneNumbersPrefValue;
   std::string indicateTonesPrefValue;
   int zoomCounter = 0;
   int originalWidth = 0;
   int originalHeight = 0;
-  int mode = 0;  // 1 converter mode, 0 dictionary mode
+  Mode mode = Mode::kDictionary;  // until Open settles in converter mode
   std::string CharacterFieldResultTemp;
   std::string TextFieldResultTemp;
   int mainWindowWidth = 0;
@@ -142,6 +142,11 @@ class MainWindow : public QWidget {
   void ConverterModeButton_MouseUp();
   void SetLimits(QSize least, QSize most);
   void MoveFields(int travel);
+  // The settings of LookUp and Export, as the window holds them, without
+  // segmentation.
+  LookUpSettings CurrentSettings() const;
+  // The engine of LookUp and Export, made at first use.
+  LookUpEngine& Engine();
   // ResultField's text with the layout's CR line ends, and back.
   std::string ResultFieldText() const;
   void SetResultFieldText(const std::string& text);

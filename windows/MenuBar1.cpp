@@ -11,7 +11,7 @@
 #include <QTextEdit>
 #include <array>
 
-#include "app/App.hpp"
+#include "windows/App.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 namespace quill {

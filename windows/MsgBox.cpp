@@ -2,7 +2,7 @@
 
 #include <QMessageBox>
 
-#include "app/TextConstants.hpp"
+#include "windows/TextConstants.hpp"
 
 namespace quill {
 

@@ -6,21 +6,20 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
+#include <optional>
 #include <string>
 
-#include "app/App.hpp"
-#include "app/TextConstants.hpp"
-#include "text/TextOps.hpp"
+#include "settings/Settings.hpp"
+#include "windows/App.hpp"
 #include "windows/MainWindow.hpp"
 #include "windows/MsgBox.hpp"
+#include "windows/TextConstants.hpp"
 
 namespace quill {
 
 namespace {
 
 PreferencesWindow* instance = nullptr;
-
-constexpr int kSystemCount = 5;
 
 // Sizes are given in pixels, as the layout was drawn at 72 dpi: a point
 // size would grow the notes out of their boxes on a 96 dpi screen.
@@ -32,17 +31,8 @@ QFont SizedFont(const QWidget* widget, int pixels) {
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 
-std::string Read(const std::string& key) {
-  return App::Instance()->ReadPreferences(key);
-}
-
-void Write(const std::string& key, const std::string& value) {
-  App::Instance()->WritePreferences(key, value);
-}
-
-// The version selector of the system the dialog was designed on. This
-// platform has none, so the question always fails and no version test
-// refuses anything.
+// The system's version for the segmentation check. Linux has no version
+// number to compare, so the question fails and the check never refuses.
 bool GestaltSystemVersion(long& version) {
   version = 0;
   return false;
@@ -166,42 +156,41 @@ void PreferencesWindow::ListBox1_Open() {
   ListBox1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   ListBox1->header()->setStretchLastSection(false);
   ListBox1->header()->setSectionsMovable(false);
-  // Widths "15%,95%" of the list, as designed: the second column runs past
+  // The columns take 15% and 95% of the list's width: the second runs past
   // the edge rather than squeezing the names.
   ListBox1->setColumnWidth(0, 260 * 15 / 100);
   ListBox1->setColumnWidth(1, 260 * 95 / 100);
   ListBox1->headerItem()->setTextAlignment(0, Qt::AlignCenter);
 
   const int rowHeight = ListBox1->font().pixelSize() + 6;
-  const std::string names[kSystemCount] = {
-      App::kHanyuPinyinText(), App::kZhuyin1Text(), App::kZhuyin2Text(),
-      App::kWadeGilesText(), App::kTongyongPinyinText()};
-  for (const std::string& name : names) {
+  const BlockHeaders names = App::SystemNames();
+  for (const SystemRow& system : kSystemTable) {
     auto* row = new QTreeWidgetItem(ListBox1);
-    row->setText(1, Q(name));
+    row->setText(1, Q(names[system.system]));
     row->setCheckState(0, Qt::Unchecked);
     row->setTextAlignment(0, Qt::AlignCenter);
     row->setSizeHint(0, QSize(0, rowHeight));
   }
-  ListBox1->topLevelItem(kSystemCount - 1)->setCheckState(0, Qt::Checked);
+  ListBox1->topLevelItem(ListBox1->topLevelItemCount() - 1)
+      ->setCheckState(0, Qt::Checked);
 
-  const std::string systems = Read("PinyinSystems");
+  const std::optional<SystemSet> systems = Settings::PinyinSystems();
   // Only reachable before start-up has written its default: the last row
   // alone stays on.
-  if (systems.empty()) return;
-  for (int position = 1; position <= kSystemCount; ++position) {
-    const bool on = MidB(systems, position, 1) != "0";
-    ListBox1->topLevelItem(position - 1)
-        ->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+  if (!systems) return;
+  for (const SystemRow& system : kSystemTable) {
+    ListBox1->topLevelItem(system.position - 1)
+        ->setCheckState(
+            0, systems->Has(system.system) ? Qt::Checked : Qt::Unchecked);
   }
 }
 
 void PreferencesWindow::UseToneNumbersCheckbox_Open() {
-  if (Read("UseToneNumbers") == "1") UseToneNumbersCheckbox->setChecked(true);
+  if (Settings::UseToneNumbers()) UseToneNumbersCheckbox->setChecked(true);
 }
 
 void PreferencesWindow::IndicateTonesBox_Open() {
-  IndicateTonesBox->setChecked(Read("IndicateTones") != "0");
+  IndicateTonesBox->setChecked(Settings::IndicateTones());
   UseToneNumbersCheckbox->setEnabled(IndicateTonesBox->isChecked());
 }
 
@@ -212,11 +201,11 @@ void PreferencesWindow::IndicateTonesBox_Action() {
 }
 
 void PreferencesWindow::ShowMultipleReadingsBox_Open() {
-  ShowMultipleReadingsBox->setChecked(Read("ShowMultipleReadings") != "0");
+  ShowMultipleReadingsBox->setChecked(Settings::ShowMultipleReadings());
 }
 
 void PreferencesWindow::ShowSegmentationBox_Open() {
-  if (Read("ShowSegmentation") != "1") {
+  if (!Settings::ShowSegmentation()) {
     ShowSegmentationBox->setChecked(false);
     return;
   }
@@ -240,43 +229,44 @@ void PreferencesWindow::ShowSegmentationBox_Action() {
 }
 
 void PreferencesWindow::Event_Open() {
-  const bool newLine = Read("PressReturnTo") == "1";
+  const bool newLine = Settings::PressReturnTo() == ReturnKey::kAddsNewLine;
   StartLookingUpRadioButton->setChecked(!newLine);
   AddANewLineRadioButton->setChecked(newLine);
 }
 
 void PreferencesWindow::OKButton_Action() {
-  std::string systems;
-  for (int row = 0; row < kSystemCount; ++row) {
-    systems +=
-        ListBox1->topLevelItem(row)->checkState(0) == Qt::Checked ? "1" : "0";
+  SystemSet systems;
+  for (const SystemRow& system : kSystemTable) {
+    const QTreeWidgetItem* row = ListBox1->topLevelItem(system.position - 1);
+    systems.Set(system.system, row->checkState(0) == Qt::Checked);
   }
-  if (InStrB(0, systems, "1") == 0) {
+  if (systems.None()) {
     MsgBox(this, Q(App::kPleaseSelectOnePinyinText()));
     return;
   }
 
-  Write("PinyinSystems", systems);
-  MainWindow::Instance()->PinyinSystemsPrefValue = systems;
+  MainWindow* main = MainWindow::Instance();
+  Settings::SetPinyinSystems(systems);
+  main->PinyinSystemsPrefValue = systems;
 
-  const std::string toneNumbers =
-      UseToneNumbersCheckbox->isChecked() ? "1" : "0";
-  Write("UseToneNumbers", toneNumbers);
-  MainWindow::Instance()->UseToneNumbersPrefValue = toneNumbers;
+  const bool toneNumbers = UseToneNumbersCheckbox->isChecked();
+  Settings::SetUseToneNumbers(toneNumbers);
+  main->UseToneNumbersPrefValue = toneNumbers ? "1" : "0";
 
-  const std::string indicateTones = IndicateTonesBox->isChecked() ? "1" : "0";
-  Write("IndicateTones", indicateTones);
-  MainWindow::Instance()->indicateTonesPrefValue = indicateTones;
+  const bool indicateTones = IndicateTonesBox->isChecked();
+  Settings::SetIndicateTones(indicateTones);
+  main->indicateTonesPrefValue = indicateTones ? "1" : "0";
 
   // LookUp and Export read these two at each run, so no mirror is set.
-  Write("ShowMultipleReadings",
-        ShowMultipleReadingsBox->isChecked() ? "1" : "0");
-  Write("ShowSegmentation", ShowSegmentationBox->isChecked() ? "1" : "0");
+  Settings::SetShowMultipleReadings(ShowMultipleReadingsBox->isChecked());
+  Settings::SetShowSegmentation(ShowSegmentationBox->isChecked());
 
-  Write("PressReturnTo", AddANewLineRadioButton->isChecked() ? "1" : "0");
+  Settings::SetPressReturnTo(AddANewLineRadioButton->isChecked()
+                                 ? ReturnKey::kAddsNewLine
+                                 : ReturnKey::kStartsLookUp);
 
   // The result field shows the new settings at once.
-  MainWindow::Instance()->LookUp();
+  main->LookUp();
   close();
 }
 

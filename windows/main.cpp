@@ -1,3 +1,3 @@
-#include "app/App.hpp"
+#include "windows/App.hpp"
 
 int main(int argc, char** argv) { return quill::_Main(argc, argv); }

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "app/TextConstants.hpp"
 #include "export/Export.hpp"
 #include "tests/export/ExportTestSupport.hpp"
 
@@ -152,12 +151,10 @@ TEST_F(PageTest, OtherSystemsTakeTheRoutinesResult) {
              "</rt></ruby></p>";
     };
     EXPECT_EQ(Body("行", s),
-              block(App::kHanyuPinyinText(), ZhuyinToPinyin(entry, s.tones)) +
-                  kSeam + kSeam + kSeam +
-                  block(App::kWadeGilesText(), ZhuyinToWade(entry, s.tones)) +
-                  kSeam +
-                  block(App::kTongyongPinyinText(),
-                        ZhuyinToTungyong(entry, s.tones)) +
+              block("Hanyu Pinyin", ZhuyinToPinyin(entry, s.tones)) + kSeam +
+                  kSeam + kSeam +
+                  block("Wade-Giles", ZhuyinToWade(entry, s.tones)) + kSeam +
+                  block("Tongyong Pinyin", ZhuyinToTungyong(entry, s.tones)) +
                   kLastSeam + kEnd);
   }
 }
@@ -214,10 +211,10 @@ TEST_F(PageTest, ShortSystemsValueLeavesTheRestOn) {
   EXPECT_NE(body.find("<p>Tongyong Pinyin<br /><br />"), std::string::npos);
 }
 
-TEST_F(PageTest, NamesComeFromTheTextConstants) {
-  SetTranslations({{"App.kZhuyin1Text", "注音一式"}});
-  const std::string body = Body("a", Systems("01001"));
-  SetTranslations({});
+TEST_F(PageTest, NamesComeFromTheCaller) {
+  LookUpSettings settings = Systems("01001");
+  settings.headers[System::kZhuyin1] = "注音一式";
+  const std::string body = Body("a", settings);
   EXPECT_EQ(body, kSeam + "<p>注音一式<br /><br /><ruby>a</p>" + kSeam + kSeam +
                       kSeam + "<p>Tongyong Pinyin<br /><br /><ruby>a</p>" +
                       kLastSeam + kEnd);
@@ -228,8 +225,8 @@ TEST_F(PageTest, NamesComeFromTheTextConstants) {
 TEST_F(PageTest, ModeAndSegmentationDontMatter) {
   LookUpSettings converter = Systems("01000");
   LookUpSettings dictionary = converter;
-  dictionary.mode = 0;
-  dictionary.segmentationSetting = "1";
+  dictionary.mode = Mode::kDictionary;
+  dictionary.segmentation = true;
   EXPECT_EQ(Body("a 中", dictionary), Body("a 中", converter));
   EXPECT_EQ(
       Body("a 中", dictionary),

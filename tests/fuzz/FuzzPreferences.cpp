@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "app/Preferences.hpp"
+#include "settings/Preferences.hpp"
 #include "tests/fuzz/FuzzSupport.hpp"
 
 using namespace quill;

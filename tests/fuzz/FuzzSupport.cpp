@@ -17,15 +17,16 @@ LookUpEngine& RealEngine() {
 LookUpSettings ReadSettings(Input& in) {
   const std::uint8_t bits = in.Byte();
   LookUpSettings settings;
-  settings.mode = bits & 1;
-  settings.PinyinSystemsPrefValue.clear();
-  for (int i = 0; i < 5; ++i) {
-    settings.PinyinSystemsPrefValue += (in.Byte() & 1) ? '1' : '0';
-  }
+  settings.mode = (bits & 1) ? Mode::kConverter : Mode::kDictionary;
+  std::string systems;
+  for (int i = 0; i < 5; ++i) systems += (in.Byte() & 1) ? '1' : '0';
+  settings.PinyinSystemsPrefValue = systems;
   settings.tones.indicateTonesPrefValue = (bits & 2) ? "0" : "1";
   settings.tones.UseToneNumbersPrefValue = (bits & 4) ? "1" : "0";
   settings.tones.ShowMultipleReadingsPrefValue = (bits & 8) ? "0" : "1";
-  if (settings.mode == 0 && (bits & 16)) settings.segmentationSetting = "1";
+  if (settings.mode == Mode::kDictionary && (bits & 16)) {
+    settings.segmentation = true;
+  }
   return settings;
 }
 

@@ -47,7 +47,7 @@ class LookUpTest : public TableFixture {
 };
 
 TEST_F(LookUpTest, DictionaryModeListsTheCharactersAboveTheirReadings) {
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   settings.PinyinSystemsPrefValue = "11000";
   Run("中");
   EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
@@ -68,7 +68,7 @@ TEST_F(LookUpTest, EveryBlockButTheFirstOpensWithTwoEmptyLines) {
   EXPECT_EQ(result.text, "\r\rZhuyin 2\r" + kRule + "\r" +
                              ZhuyinToZhuyin2("ㄨㄣˊ ", settings.tones) + " \r");
 
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   settings.PinyinSystemsPrefValue = "01000";
   Run("文");
   EXPECT_EQ(result.text.rfind("文\r\r\r\rZhuyin 1", 0), 0u);
@@ -89,7 +89,7 @@ TEST_F(LookUpTest, SystemsSwitchBlocksOnAndOff) {
   Run("文");
   EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
   EXPECT_EQ(result.text, "");
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   Run("文");
   EXPECT_EQ(result.text, "文\r\r");
 }
@@ -112,75 +112,76 @@ TEST_F(LookUpTest, NothingToLookUpAndAMissingTable) {
 
 TEST_F(LookUpTest, CharactersWithoutAReadingLeaveNoTrace) {
   const Accumulators r = Run("文國文");
-  EXPECT_EQ(r.zhuyin1Result, "ㄨㄣˊ ㄨㄣˊ ");
+  EXPECT_EQ(r[System::kZhuyin1], "ㄨㄣˊ ㄨㄣˊ ");
   // Nothing found at all: the field is emptied, with no header.
   Run("國");
   EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
   EXPECT_EQ(result.text, "");
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   Run("中國文");
   EXPECT_EQ(result.text.substr(0, result.text.find('\r')), "中文");
 }
 
 TEST_F(LookUpTest, ReadingsAfterTheFirstStandInBrackets) {
-  EXPECT_EQ(Run("中").zhuyin1Result, "ㄓㄨㄥ (ㄓㄨㄥˋ) ");
-  EXPECT_EQ(Run("好").zhuyin1Result, "ㄏㄠˇ (ㄏㄠˋ  ㄏㄠ) ");
+  EXPECT_EQ(Run("中")[System::kZhuyin1], "ㄓㄨㄥ (ㄓㄨㄥˋ) ");
+  EXPECT_EQ(Run("好")[System::kZhuyin1], "ㄏㄠˇ (ㄏㄠˋ  ㄏㄠ) ");
   settings.tones.ShowMultipleReadingsPrefValue = "0";
-  EXPECT_EQ(Run("好").zhuyin1Result, "ㄏㄠˇ ");
+  EXPECT_EQ(Run("好")[System::kZhuyin1], "ㄏㄠˇ ");
   // Tone settings never touch Zhuyin 1.
   settings.tones.indicateTonesPrefValue = "0";
-  EXPECT_EQ(Run("文").zhuyin1Result, "ㄨㄣˊ ");
+  EXPECT_EQ(Run("文")[System::kZhuyin1], "ㄨㄣˊ ");
 }
 
 TEST_F(LookUpTest, LineEndsAndBlanks) {
   const Accumulators r = Run("文\r\n文 文");
   // CR and LF each give a line end; the blank after a syllable is not doubled.
-  EXPECT_EQ(r.zhuyin1Result, "ㄨㄣˊ \n\nㄨㄣˊ ㄨㄣˊ ");
-  EXPECT_EQ(r.pinyinResult,
+  EXPECT_EQ(r[System::kZhuyin1], "ㄨㄣˊ \n\nㄨㄣˊ ㄨㄣˊ ");
+  EXPECT_EQ(r[System::kHanyuPinyin],
             Py("ㄨㄣˊ") + " \n\n" + Py("ㄨㄣˊ") + " " + Py("ㄨㄣˊ") + " ");
   // With segmentation the syllable has no blank, so the input's blank counts,
   // and Zhuyin 1 ends in two. (The stand-in tool returns the text itself.)
-  settings.segmentationSetting = "1";
+  settings.segmentation = true;
   const Accumulators s = Run("文 文");
-  EXPECT_EQ(s.zhuyin1Result, "ㄨㄣˊ  ㄨㄣˊ ");
-  EXPECT_EQ(s.pinyinResult, Py("ㄨㄣˊ") + " " + Py("ㄨㄣˊ"));
+  EXPECT_EQ(s[System::kZhuyin1], "ㄨㄣˊ  ㄨㄣˊ ");
+  EXPECT_EQ(s[System::kHanyuPinyin], Py("ㄨㄣˊ") + " " + Py("ㄨㄣˊ"));
 }
 
 TEST_F(LookUpTest, HanyuPinyinDecidesTheBlanksEvenWhenItIsOff) {
   // With segmentation the syllables add no blank. Pinyin on: every input
   // blank follows a syllable and is copied. Pinyin off: its text holds only
   // blanks, so the second input blank finds one there and is dropped.
-  settings.segmentationSetting = "1";
-  EXPECT_EQ(Run("文 文 文").zhuyin1Result, "ㄨㄣˊ  ㄨㄣˊ  ㄨㄣˊ ");
+  settings.segmentation = true;
+  EXPECT_EQ(Run("文 文 文")[System::kZhuyin1], "ㄨㄣˊ  ㄨㄣˊ  ㄨㄣˊ ");
   settings.PinyinSystemsPrefValue = "01111";
-  EXPECT_EQ(Run("文 文 文").zhuyin1Result, "ㄨㄣˊ  ㄨㄣˊ ㄨㄣˊ ");
-  // Rule B looks at Hanyu Pinyin too, on or off.
-  settings.segmentationSetting.clear();
-  EXPECT_EQ(Run("文）").wadeResult,
+  EXPECT_EQ(Run("文 文 文")[System::kZhuyin1], "ㄨㄣˊ  ㄨㄣˊ ㄨㄣˊ ");
+  // The blank after a closing bracket depends on Hanyu Pinyin's text, also
+  // when that system is off.
+  settings.segmentation = false;
+  EXPECT_EQ(Run("文）")[System::kWadeGiles],
             ZhuyinToWade("ㄨㄣˊ", settings.tones) + ") ");
 }
 
 TEST_F(LookUpTest, VerbatimTextInConverterMode) {
   Accumulators r = Run("ab文");
   // Zhuyin 1 runs straight into the syllable; the others get a blank.
-  EXPECT_EQ(r.zhuyin1Result, "abㄨㄣˊ ");
-  EXPECT_EQ(r.pinyinResult, "ab " + Py("ㄨㄣˊ") + " ");
-  EXPECT_EQ(r.tongyongResult, "ab " + Ty("ㄨㄣˊ") + " ");
+  EXPECT_EQ(r[System::kZhuyin1], "abㄨㄣˊ ");
+  EXPECT_EQ(r[System::kHanyuPinyin], "ab " + Py("ㄨㄣˊ") + " ");
+  EXPECT_EQ(r[System::kTongyongPinyin], "ab " + Ty("ㄨㄣˊ") + " ");
   // After a line end no blank is put in front of the syllable.
   r = Run("ab\n文");
-  EXPECT_EQ(r.pinyinResult, "ab\n" + Py("ㄨㄣˊ") + " ");
+  EXPECT_EQ(r[System::kHanyuPinyin], "ab\n" + Py("ㄨㄣˊ") + " ");
   // Verbatim text alone is shown, in every block.
   r = Run("abc");
-  EXPECT_EQ(r.zhuyin1Result, "abc");
-  EXPECT_EQ(r.wadeResult, "abc");
+  EXPECT_EQ(r[System::kZhuyin1], "abc");
+  EXPECT_EQ(r[System::kWadeGiles], "abc");
 }
 
 TEST_F(LookUpTest, TheBoundaryBetweenVerbatimAndCharacterPath) {
   // U+00FF is verbatim, U+0100 takes the character path and, unknown, goes.
-  EXPECT_EQ(Run("ÿĀ文").zhuyin1Result, "ÿㄨㄣˊ ");
+  EXPECT_EQ(Run("ÿĀ文")[System::kZhuyin1], "ÿㄨㄣˊ ");
   // Zhuyin letters and tone marks are verbatim; U+3104 and U+312D are not.
-  EXPECT_EQ(Run("ㄅˊ\u3104\u312Dㄩ").zhuyin1Result, "ㄅˊㄩ");
-  settings.mode = 0;
+  EXPECT_EQ(Run("ㄅˊ\u3104\u312Dㄩ")[System::kZhuyin1], "ㄅˊㄩ");
+  settings.mode = Mode::kDictionary;
   Run("abㄅ文");
   EXPECT_EQ(result.text.substr(0, result.text.find('\r')), "文");
   EXPECT_EQ(Block(result.text, "Zhuyin 1 (Bopomofo)"), "ㄨㄣˊ ");
@@ -190,8 +191,8 @@ TEST_F(LookUpTest, InvalidUtf8IsVerbatimAndNeverStopsTheWalk) {
   const std::string input =
       std::string("\xE4\xB8", 2) + "文" + std::string("\0\xFF", 2) + "文";
   const Accumulators r = Run(input);
-  EXPECT_EQ(r.zhuyin1Result, std::string("\xE4\xB8", 2) + "ㄨㄣˊ " +
-                                 std::string("\0\xFF", 2) + "ㄨㄣˊ ");
+  EXPECT_EQ(r[System::kZhuyin1], std::string("\xE4\xB8", 2) + "ㄨㄣˊ " +
+                                     std::string("\0\xFF", 2) + "ㄨㄣˊ ");
 }
 
 struct MarkCase {
@@ -214,39 +215,39 @@ TEST_F(LookUpTest, EachPunctuationMarkHasItsTextInEachSystem) {
   for (const MarkCase& c : cases) {
     SCOPED_TRACE(c.mark);
     const Accumulators r = Run(std::string("文") + c.mark);
-    EXPECT_EQ(r.zhuyin1Result, std::string("ㄨㄣˊ") + c.zhuyin1);
-    EXPECT_EQ(r.pinyinResult, Py("ㄨㄣˊ") + c.latin);
-    EXPECT_EQ(r.tongyongResult, Ty("ㄨㄣˊ") + c.tongyong);
+    EXPECT_EQ(r[System::kZhuyin1], std::string("ㄨㄣˊ") + c.zhuyin1);
+    EXPECT_EQ(r[System::kHanyuPinyin], Py("ㄨㄣˊ") + c.latin);
+    EXPECT_EQ(r[System::kTongyongPinyin], Ty("ㄨㄣˊ") + c.tongyong);
   }
 }
 
 TEST_F(LookUpTest, MarksTrimWhatStandsBeforeThem) {
   // The full stop's blank goes again before the closing quotation mark.
-  EXPECT_EQ(Run("文。”").zhuyin1Result, "ㄨㄣˊ。” ");
+  EXPECT_EQ(Run("文。”")[System::kZhuyin1], "ㄨㄣˊ。” ");
   // Two marks in a row, and a line end right before a mark.
-  EXPECT_EQ(Run("文？！").zhuyin1Result, "ㄨㄣˊ？! ");
-  EXPECT_EQ(Run("文？！").pinyinResult, Py("ㄨㄣˊ") + "?! ");
-  EXPECT_EQ(Run("文\n。").zhuyin1Result, "ㄨㄣˊ。 ");
+  EXPECT_EQ(Run("文？！")[System::kZhuyin1], "ㄨㄣˊ？! ");
+  EXPECT_EQ(Run("文？！")[System::kHanyuPinyin], Py("ㄨㄣˊ") + "?! ");
+  EXPECT_EQ(Run("文\n。")[System::kZhuyin1], "ㄨㄣˊ。 ");
   // A mark at the start: the opening blank stays.
-  EXPECT_EQ(Run("（文").zhuyin1Result, " (ㄨㄣˊ ");
+  EXPECT_EQ(Run("（文")[System::kZhuyin1], " (ㄨㄣˊ ");
   // A mark is never looked up, even with a line of its own in the table.
-  EXPECT_EQ(Run("。").zhuyin1Result, "。 ");
+  EXPECT_EQ(Run("。")[System::kZhuyin1], "。 ");
 }
 
 TEST_F(LookUpTest, SegmentationDropsTheBlanksOfRulesAAndB) {
-  settings.segmentationSetting = "1";
+  settings.segmentation = true;
   Accumulators r = Run("文，文）");
-  EXPECT_EQ(r.zhuyin1Result, "ㄨㄣˊ，ㄨㄣˊ)");
-  EXPECT_EQ(r.tongyongResult, Ty("ㄨㄣˊ") + "," + Ty("ㄨㄣˊ") + ") ");
+  EXPECT_EQ(r[System::kZhuyin1], "ㄨㄣˊ，ㄨㄣˊ)");
+  EXPECT_EQ(r[System::kTongyongPinyin], Ty("ㄨㄣˊ") + "," + Ty("ㄨㄣˊ") + ") ");
   // Dictionary mode never segments, yet the setting still governs the marks.
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   r = Run("文，文");
-  EXPECT_EQ(r.zhuyin1Result, "ㄨㄣˊ，ㄨㄣˊ ");
-  EXPECT_EQ(r.pinyinResult, Py("ㄨㄣˊ") + "," + Py("ㄨㄣˊ") + " ");
+  EXPECT_EQ(r[System::kZhuyin1], "ㄨㄣˊ，ㄨㄣˊ ");
+  EXPECT_EQ(r[System::kHanyuPinyin], Py("ㄨㄣˊ") + "," + Py("ㄨㄣˊ") + " ");
 }
 
 TEST_F(LookUpTest, DictionaryModeWithOnlyACommaShowsAnEmptyFirstLine) {
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   settings.PinyinSystemsPrefValue = "01000";
   Run("，");
   EXPECT_EQ(result.text, "\r\r\r\rZhuyin 1 (Bopomofo)\r" + kRule + "\r， \r");
@@ -256,8 +257,8 @@ TEST_F(LookUpTest, CleanUpClosesUpBracketsAndQuotes) {
   // Latin brackets are verbatim; the blanks the input put inside them go,
   // and so does the one behind the opening quotation mark.
   const Accumulators r = Run("文( a )“ 文");
-  EXPECT_EQ(r.zhuyin1Result, "ㄨㄣˊ (a) “ㄨㄣˊ ");
-  EXPECT_EQ(r.wadeResult.find("( "), std::string::npos);
+  EXPECT_EQ(r[System::kZhuyin1], "ㄨㄣˊ (a) “ㄨㄣˊ ");
+  EXPECT_EQ(r[System::kWadeGiles].find("( "), std::string::npos);
 }
 
 TEST_F(LookUpTest, ALongTextGivesTheSameAsItsPartsInOrder) {
@@ -267,7 +268,7 @@ TEST_F(LookUpTest, ALongTextGivesTheSameAsItsPartsInOrder) {
     input += "中文好";
     expected += "ㄓㄨㄥ (ㄓㄨㄥˋ) ㄨㄣˊ ㄏㄠˇ (ㄏㄠˋ  ㄏㄠ) ";
   }
-  EXPECT_EQ(Run(input).zhuyin1Result, expected);
+  EXPECT_EQ(Run(input)[System::kZhuyin1], expected);
 }
 
 }  // namespace

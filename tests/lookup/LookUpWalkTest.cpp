@@ -59,13 +59,13 @@ const std::vector<std::string> kInputs = {
 // Hanyu Pinyin steers the blanks of all five, so it stays as it is; of the
 // other four, any may be on or off.
 TEST_F(LookUpWalkTest, ABlockIsTheSameWhicheverOthersAreOn) {
-  for (const int mode : {1, 0}) {
-    for (const char* segmentation : {"", "1"}) {
+  for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
+    for (const bool segmentation : {false, true}) {
       settings.mode = mode;
-      settings.segmentationSetting = segmentation;
+      settings.segmentation = segmentation;
       // Each segmented look-up starts the tool: half the inputs will do.
       const std::size_t count =
-          *segmentation ? kInputs.size() / 2 : kInputs.size();
+          segmentation ? kInputs.size() / 2 : kInputs.size();
       for (std::size_t i = 0; i < count; ++i) {
         const std::string& input = kInputs[i];
         for (const char pinyin : {'1', '0'}) {
@@ -74,8 +74,9 @@ TEST_F(LookUpWalkTest, ABlockIsTheSameWhicheverOthersAreOn) {
                ++position) {
             std::string alone = pinyin + std::string("0000");
             alone[position] = '1';
-            SCOPED_TRACE(input + " mode " + std::to_string(mode) +
-                         " segment '" + segmentation + "' " + alone);
+            SCOPED_TRACE(input + " mode " +
+                         std::to_string(static_cast<int>(mode)) + " segment " +
+                         std::to_string(segmentation) + " " + alone);
             const std::string one = Text(input, alone);
             EXPECT_EQ(one.empty(), all.empty());
             if (!all.empty()) {
@@ -134,7 +135,7 @@ TEST_F(LookUpWalkTest, PairsAreClosedUpWhereverTheyWereMade) {
 TEST_F(LookUpWalkTest, CharactersThatReadAlikeKeepTheirOwnPlace) {
   EXPECT_EQ(Body(Text("聞文聞", "11111"), "Zhuyin 1 (Bopomofo)"),
             "ㄨㄣˊ ㄨㄣˊ ㄨㄣˊ ");
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   const std::string text = Text("聞國文", "01000");
   EXPECT_EQ(text.substr(0, text.find('\r')), "聞文");
 }

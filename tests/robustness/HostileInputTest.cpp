@@ -49,7 +49,7 @@ std::vector<InputCase> ReadCases() {
   return cases;
 }
 
-LookUpSettings ZhuyinOnly(int mode) {
+LookUpSettings ZhuyinOnly(Mode mode) {
   LookUpSettings settings;
   settings.mode = mode;
   settings.PinyinSystemsPrefValue = "01000";
@@ -74,11 +74,12 @@ TEST_F(HostileInputTest, BytesThatAreNoCharactersPassOrDrop) {
   ASSERT_GE(cases.size(), 20u);
   for (const InputCase& c : cases) {
     SCOPED_TRACE(c.name);
-    const auto converter = engine.LookUp(c.input, ZhuyinOnly(1));
+    const auto converter = engine.LookUp(c.input, ZhuyinOnly(Mode::kConverter));
     EXPECT_EQ(converter.outcome, LookUpEngine::Outcome::kShown);
     EXPECT_EQ(converter.text, "\r\r" + kZhuyinHead + c.converterBody + "\r");
 
-    const auto dictionary = engine.LookUp(c.input, ZhuyinOnly(0));
+    const auto dictionary =
+        engine.LookUp(c.input, ZhuyinOnly(Mode::kDictionary));
     EXPECT_EQ(dictionary.outcome, LookUpEngine::Outcome::kShown);
     // Nothing found: the field is left empty, with no header.
     const std::string expected =
@@ -88,7 +89,8 @@ TEST_F(HostileInputTest, BytesThatAreNoCharactersPassOrDrop) {
                   "\r";
     EXPECT_EQ(dictionary.text, expected);
 
-    const auto page = BuildPhoneticPage(c.input, ZhuyinOnly(1), engine);
+    const auto page =
+        BuildPhoneticPage(c.input, ZhuyinOnly(Mode::kConverter), engine);
     EXPECT_EQ(page.status, ExportPage::Status::kDone);
     EXPECT_NE(page.text.find("<p>" + c.pageBlock + "</p>"), std::string::npos)
         << page.text;
@@ -100,7 +102,8 @@ TEST_F(HostileInputTest, TheCliGivesTheEngineResultForHostileBytes) {
     SCOPED_TRACE(c.name);
     const hostile::CliRun run = Cli("--systems 01000", c.input);
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, engine.LookUp(c.input, ZhuyinOnly(1)).text);
+    EXPECT_EQ(run.out,
+              engine.LookUp(c.input, ZhuyinOnly(Mode::kConverter)).text);
   }
 }
 
@@ -113,12 +116,12 @@ TEST_F(HostileInputTest, TheSameInputGivesTheSameResult) {
   for (const char* indicate : {"1", "0"}) {
     for (const char* numbers : {"0", "1"}) {
       for (const char* multiple : {"1", "0"}) {
-        for (int mode : {1, 0}) {
+        for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
           LookUpSettings settings;
           settings.mode = mode;
           settings.tones = {indicate, numbers, multiple};
           SCOPED_TRACE(std::string(indicate) + numbers + multiple +
-                       std::to_string(mode));
+                       std::to_string(static_cast<int>(mode)));
           const auto first = engine.LookUp(all, settings);
           EXPECT_EQ(first.outcome, LookUpEngine::Outcome::kShown);
           EXPECT_EQ(engine.LookUp(all, settings).text, first.text);
@@ -141,7 +144,7 @@ TEST_F(HostileInputTest, RandomBytesAsInput) {
     const std::string input = hostile::RandomBytes(1 << 16, seed);
     const auto converter = engine.LookUp(input, LookUpSettings{});
     EXPECT_EQ(converter.outcome, LookUpEngine::Outcome::kShown);
-    const auto dictionary = engine.LookUp(input, ZhuyinOnly(0));
+    const auto dictionary = engine.LookUp(input, ZhuyinOnly(Mode::kDictionary));
     EXPECT_EQ(dictionary.outcome, LookUpEngine::Outcome::kShown);
     // Neither key is in these bytes, so the dictionary finds no character
     // (punctuation marks may still give a block).
@@ -163,7 +166,7 @@ TEST_F(HostileInputTest, ValidInputGivesValidOutput) {
     if (code % 11 == 0) input += "文 ";
   }
   ASSERT_TRUE(IsValidUtf8(input));
-  for (int mode : {1, 0}) {
+  for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
     LookUpSettings settings;
     settings.mode = mode;
     const auto result = engine.LookUp(input, settings);

@@ -71,7 +71,7 @@ class HostileSttableTest : public TableFixture {
   std::string Found(const std::string& table, const std::string& input) {
     LookUpEngine engine(FilesWithTable(table));
     LookUpSettings settings;
-    settings.mode = 0;
+    settings.mode = Mode::kDictionary;
     const std::string text = engine.LookUp(input, settings).text;
     return text.substr(0, text.find('\r'));
   }
@@ -112,14 +112,14 @@ TEST_F(HostileSttableTest, CutAndRandomTablesGiveValidUtf8) {
     WriteSttable(c.size, c.random);
     for (const std::string* table : {&kTable, &realTable}) {
       LookUpEngine engine(FilesWithTable(*table));
-      for (int mode : {1, 0}) {
+      for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
         LookUpSettings settings;
         settings.mode = mode;
         const auto result = engine.LookUp(simplified, settings);
         EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
         EXPECT_TRUE(IsValidUtf8(result.text));
         EXPECT_EQ(engine.LookUp(simplified, settings).text, result.text);
-        if (mode == 1) {
+        if (mode == Mode::kConverter) {
           const auto page = BuildPhoneticPage(simplified, settings, engine);
           EXPECT_EQ(page.status, ExportPage::Status::kDone);
           EXPECT_TRUE(IsValidUtf8(page.text));
@@ -135,7 +135,7 @@ TEST_F(HostileSttableTest, AFolderAsTheTableCountsAsNone) {
   std::filesystem::create_directory(Path("STTABLE"));
   LookUpEngine engine(FilesWithTable(kTable));
   LookUpSettings settings;
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   EXPECT_EQ(engine.LookUp("中国", settings).text.substr(0, 5), "中\r\r");
   std::filesystem::remove(Path("STTABLE"));
   WriteSttable(14102, false);

@@ -19,7 +19,7 @@ namespace {
 const std::string kMissing =
     "The data file is missing. Please reinstall the application.\n";
 
-LookUpSettings ZhuyinOnly(int mode = 1) {
+LookUpSettings ZhuyinOnly(Mode mode = Mode::kConverter) {
   LookUpSettings settings;
   settings.mode = mode;
   settings.PinyinSystemsPrefValue = "01000";
@@ -73,7 +73,7 @@ TEST_F(HostileTableTest, NoTextMeansTheTableIsMissing) {
     LookUpEngine engine(FilesWithTable(std::nullopt));
     EXPECT_EQ(engine.LookUp("中", ZhuyinOnly()).outcome,
               LookUpEngine::Outcome::kTableMissing);
-    EXPECT_EQ(engine.LookUp("中", ZhuyinOnly(0)).outcome,
+    EXPECT_EQ(engine.LookUp("中", ZhuyinOnly(Mode::kDictionary)).outcome,
               LookUpEngine::Outcome::kTableMissing);
     EXPECT_EQ(BuildPhoneticPage("中", ZhuyinOnly(), engine).status,
               ExportPage::Status::kTableMissing);
@@ -153,7 +153,7 @@ TEST_F(HostileTableTest, KeysWithoutReadingBytesStillLetTheRestThrough) {
   };
   for (const std::string& table : tables) {
     SCOPED_TRACE(table);
-    for (int mode : {1, 0}) {
+    for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
       LookUpSettings settings;
       settings.mode = mode;
       const auto result = LookUpWith(table, "中文中", settings);
@@ -193,15 +193,15 @@ TEST_F(HostileTableTest, RandomBytesAsTheTable) {
   // Two engines, each loading the table once, for every mode.
   LookUpEngine engine(FilesWithTable(std::nullopt));
   LookUpEngine again(FilesWithTable(std::nullopt));
-  for (const int mode : {1, 0}) {
-    SCOPED_TRACE(mode);
+  for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
+    SCOPED_TRACE(static_cast<int>(mode));
     LookUpSettings settings;
     settings.mode = mode;
     const auto first = engine.LookUp(input, settings);
     EXPECT_EQ(first.outcome, LookUpEngine::Outcome::kShown);
     EXPECT_EQ(engine.LookUp(input, settings).text, first.text);
     EXPECT_EQ(again.LookUp(input, settings).text, first.text);
-    if (mode == 1) {
+    if (mode == Mode::kConverter) {
       const auto page = BuildPhoneticPage(input, settings, engine);
       EXPECT_EQ(page.status, ExportPage::Status::kDone);
       EXPECT_EQ(BuildPhoneticPage(input, settings, again).text, page.text);

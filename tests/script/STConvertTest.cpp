@@ -278,7 +278,7 @@ TEST(STConvertInLookUp, SimplifiedCharacterTakesTraditionalReadings) {
   files.temporaryFolder = folder.string();
   LookUpEngine engine(files);
   LookUpSettings settings;
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   settings.PinyinSystemsPrefValue = "01000";
   const auto result = engine.LookUp("国", settings);
   ASSERT_EQ(result.outcome, LookUpEngine::Outcome::kShown);

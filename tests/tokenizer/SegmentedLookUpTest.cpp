@@ -22,7 +22,7 @@ class SegmentedLookUpTest : public TempFolderTest {
  protected:
   SegmentedLookUpTest() {
     WriteFile(Path("zhuyintable"), kTable);
-    settings.segmentationSetting = "1";
+    settings.segmentation = true;
     settings.tones.ShowMultipleReadingsPrefValue = "0";
   }
 
@@ -90,15 +90,15 @@ TEST_F(SegmentedLookUpTest, OnlyConverterModeRunsTheTool) {
   const std::string ran = Path("ran");
   WriteScript(tool, "touch '" + ran + "'\nprintf '中國 人'");
   LookUpEngine engine(Files(tool));
-  settings.mode = 0;
+  settings.mode = Mode::kDictionary;
   auto result = engine.LookUp("中國人", settings);
   EXPECT_FALSE(std::filesystem::exists(ran));
   EXPECT_EQ(result.text.substr(0, result.text.find('\r')), "中國人");
-  settings.mode = 1;
-  settings.segmentationSetting = "0";
+  settings.mode = Mode::kConverter;
+  settings.segmentation = false;
   engine.LookUp("中國人", settings);
   EXPECT_FALSE(std::filesystem::exists(ran));
-  settings.segmentationSetting = "1";
+  settings.segmentation = true;
   result = engine.LookUp("中國人", settings);
   EXPECT_TRUE(std::filesystem::exists(ran));
   EXPECT_FALSE(std::filesystem::exists(Path("textforsegmentationtemp")));

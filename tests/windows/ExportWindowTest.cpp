@@ -141,7 +141,7 @@ class ExportWindowTest : public QObject {
     main_->DictModeButton->setEnabled(true);
     QTest::mouseClick(main_->DictModeButton, Qt::LeftButton);
     for (int tick = 0; tick < 6; ++tick) main_->Timer1_Action();
-    QCOMPARE(main_->mode, 0);
+    QCOMPARE(main_->mode, Mode::kDictionary);
     main_->CharacterField->setText("文");
     QTest::mouseClick(main_->LookUpCanvas, Qt::LeftButton);
     Export(0);

@@ -57,7 +57,7 @@ class GeometryTest : public QObject {
     prefs_->Write("PinyinSystems", "00000");
     MainWindow* window = StartMainWindow();
     QCOMPARE(prefs_->Read("PinyinSystems"), std::string("00000"));
-    QCOMPARE(window->PinyinSystemsPrefValue, std::string("00000"));
+    QCOMPARE(window->PinyinSystemsPrefValue.PrefValue(), std::string("00000"));
   }
 
   void toneNumbersWaitForThePreferencesWindow() {
@@ -66,7 +66,7 @@ class GeometryTest : public QObject {
     MainWindow* window = StartMainWindow();
     QCOMPARE(window->UseToneNumbersPrefValue, std::string());
     QCOMPARE(window->indicateTonesPrefValue, std::string("0"));
-    QCOMPARE(window->mode, 1);
+    QCOMPARE(window->mode, Mode::kConverter);
     QVERIFY(window->TextField->isVisible());
     QVERIFY(!window->CharacterField->isVisible());
     QVERIFY(!window->DictModeButton->isVisible() &&

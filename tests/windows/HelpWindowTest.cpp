@@ -8,11 +8,11 @@
 #include <QTextBlock>
 
 #include "WindowTestSupport.hpp"
-#include "app/TextConstants.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/TextConstants.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 using namespace quill;

@@ -74,7 +74,7 @@ class ModeSwitchTest : public QObject {
   void hiddenButtonsSwitchNothing() {
     MainWindow* window = StartMainWindow();
     Press(window->DictModeButton);
-    QCOMPARE(window->mode, 1);
+    QCOMPARE(window->mode, Mode::kConverter);
     QVERIFY(!window->Timer1->isActive());
     QVERIFY(Shows(window->DictModeButton, dictmode()));
     QCOMPARE(Stored("DefaultMode"), QString());
@@ -88,7 +88,7 @@ class ModeSwitchTest : public QObject {
     QVERIFY(Shows(window->DictModeButton, dictmode()));
     QVERIFY(Shows(window->ConverterModeButton, convertermode_on()));
     QVERIFY(!window->Timer1->isActive());
-    QCOMPARE(window->mode, 1);
+    QCOMPARE(window->mode, Mode::kConverter);
   }
 
   void eachModeGetsItsResultAndLimitsBack() {
@@ -110,10 +110,11 @@ class ModeSwitchTest : public QObject {
     QVERIFY(window->CharacterField->isVisible());
     QVERIFY(!window->TextField->isVisible());
     Tick(window, kTicks - 2);
-    QCOMPARE(window->mode, 1);  // changes only at the settling step
+    QCOMPARE(window->mode,
+             Mode::kConverter);  // changes only at the settling step
     QCOMPARE(Result(), QString());
     Tick(window, 1);
-    QCOMPARE(window->mode, 0);
+    QCOMPARE(window->mode, Mode::kDictionary);
     QVERIFY(window->Timer1->isActive());
     Tick(window, 1);
     QVERIFY(!window->Timer1->isActive());
@@ -143,7 +144,7 @@ class ModeSwitchTest : public QObject {
     QCOMPARE(Result(), QString());
     Tick(window, kTicks);
     QVERIFY(!window->Timer1->isActive());
-    QCOMPARE(window->mode, 1);
+    QCOMPARE(window->mode, Mode::kConverter);
     QCOMPARE(Size(), QSize(700, 650));
     QCOMPARE(Least(), QSize(560, 600));
     QCOMPARE(Most(), QSize(32000, 32000));
@@ -196,7 +197,7 @@ class ModeSwitchTest : public QObject {
       QCOMPARE(Rect(window->ResultField).height(), result.height() + travel);
       QCOMPARE(Rect(window->CharacterField).height(), input.height() - travel);
     }
-    QCOMPARE(window->mode, 0);
+    QCOMPARE(window->mode, Mode::kDictionary);
     const QRect splitter = Rect(window->Widget);
 
     Press(window->ConverterModeButton);
@@ -267,7 +268,7 @@ class ModeSwitchTest : public QObject {
 
     Tick(window, kTicks - 2);
     QVERIFY(!window->Timer1->isActive());
-    QCOMPARE(window->mode, 0);
+    QCOMPARE(window->mode, Mode::kDictionary);
     QCOMPARE(Size(), QSize(300, 453));
     // Four moving steps in all, not six.
     QCOMPARE(Rect(window->ResultField).top(), 124 - 140);
@@ -282,11 +283,11 @@ class ModeSwitchTest : public QObject {
   void timerRunsTheSwitch() {
     MainWindow* window = Start();
     Press(window->DictModeButton);
-    QTRY_COMPARE(window->mode, 0);
+    QTRY_COMPARE(window->mode, Mode::kDictionary);
     QTRY_VERIFY(!window->Timer1->isActive());
     QCOMPARE(window->zoomCounter, 0);
     Press(window->ConverterModeButton);
-    QTRY_COMPARE(window->mode, 1);
+    QTRY_COMPARE(window->mode, Mode::kConverter);
     QTRY_VERIFY(!window->Timer1->isActive());
     QCOMPARE(Size(), QSize(560, 600));
   }

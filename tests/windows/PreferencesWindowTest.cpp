@@ -55,7 +55,7 @@ class PreferencesWindowTest : public QObject {
   // sees which of them the dialog touched.
   static void MarkMainWindow() {
     MainWindow* main = MainWindow::Existing();
-    main->PinyinSystemsPrefValue = "mark";
+    main->PinyinSystemsPrefValue = "00000";  // never written: no system
     main->UseToneNumbersPrefValue = "mark";
     main->indicateTonesPrefValue = "mark";
   }
@@ -180,7 +180,7 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(messages_,
              QStringList{"Please select at least one pinyin system."});
     QCOMPARE(FileNow(), before);
-    QCOMPARE(main_->PinyinSystemsPrefValue, std::string("mark"));
+    QCOMPARE(main_->PinyinSystemsPrefValue.PrefValue(), std::string("00000"));
     QCOMPARE(PreferencesWindow::Existing(), window);
     QVERIFY(window->isVisible());
     QCOMPARE(ListChecks(window), QStringLiteral("00000"));
@@ -212,7 +212,8 @@ class PreferencesWindowTest : public QObject {
     QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
 
     QCOMPARE(Stored("PinyinSystems"), expected);
-    QCOMPARE(QString::fromStdString(main_->PinyinSystemsPrefValue), expected);
+    QCOMPARE(QString::fromStdString(main_->PinyinSystemsPrefValue.PrefValue()),
+             expected);
     QVERIFY(PreferencesWindow::Existing() == nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(window.isNull());
@@ -259,7 +260,7 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(Stored("ShowSegmentation"), QStringLiteral("1"));
     QCOMPARE(Stored("PressReturnTo"), QStringLiteral("1"));
     MainWindow* main = main_;
-    QCOMPARE(main->PinyinSystemsPrefValue, std::string("10110"));
+    QCOMPARE(main->PinyinSystemsPrefValue.PrefValue(), std::string("10110"));
     QCOMPARE(main->UseToneNumbersPrefValue, std::string("0"));
     QCOMPARE(main->indicateTonesPrefValue, std::string("1"));
   }
@@ -289,7 +290,7 @@ class PreferencesWindowTest : public QObject {
     QVERIFY(PreferencesWindow::Existing() == nullptr);
     QCOMPARE(FileNow(), before);
     MainWindow* main = main_;
-    QCOMPARE(main->PinyinSystemsPrefValue, std::string("mark"));
+    QCOMPARE(main->PinyinSystemsPrefValue.PrefValue(), std::string("00000"));
     QCOMPARE(main->indicateTonesPrefValue, std::string("mark"));
 
     // The next opening reads the store again, not the abandoned choices.

@@ -10,9 +10,9 @@
 #include <memory>
 #include <string>
 
-#include "app/App.hpp"
-#include "app/Preferences.hpp"
 #include "lookup/LookUp.hpp"
+#include "settings/Preferences.hpp"
+#include "windows/App.hpp"
 #include "windows/MainWindow.hpp"
 
 namespace quill::testing {

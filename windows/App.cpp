@@ -1,4 +1,4 @@
-#include "app/App.hpp"
+#include "windows/App.hpp"
 
 #include <QDesktopServices>
 #include <QMessageBox>
@@ -6,8 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/Preferences.hpp"
 #include "platform/Platform.hpp"
+#include "settings/Preferences.hpp"
+#include "settings/Settings.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/MainWindow.hpp"
 #include "windows/MenuBar1.hpp"
@@ -23,20 +24,9 @@ QuillmereApp* QuillmereApp::Instance() {
   return qobject_cast<QuillmereApp*>(QCoreApplication::instance());
 }
 
-std::string QuillmereApp::ReadPreferences(const std::string& key) {
-  return Preferences(PreferencesFolder()).ReadPreferences(key);
-}
-
-void QuillmereApp::WritePreferences(const std::string& key,
-                                    const std::string& value) {
-  Preferences(PreferencesFolder()).WritePreferences(key, value);
-}
-
 void QuillmereApp::Event_Open() {
   // A stored value is never corrected, whatever it holds.
-  if (ReadPreferences("PinyinSystems").empty()) {
-    WritePreferences("PinyinSystems", "11111");
-  }
+  if (!Settings::PinyinSystems()) Settings::SetPinyinSystems(SystemSet());
 }
 
 bool QuillmereApp::_EditPreferences_Action() {

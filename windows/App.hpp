@@ -1,16 +1,15 @@
-// The application object: preferences, start-up and the application-wide
-// menu commands.
+// The application object: start-up and the application-wide menu commands.
 //
-// The text constants live in namespace App (app/TextConstants.hpp), so the
-// class is QuillmereApp and App::Instance() is its accessor:
-//   App::Instance()->ReadPreferences("PressReturnTo");
+// The text constants live in namespace App (windows/TextConstants.hpp), so
+// the class is QuillmereApp and App::Instance() is its accessor:
+//   App::Instance()->Event_Open();
 //   App::kAppName();
 #pragma once
 
 #include <QApplication>
 #include <string>
 
-#include "app/TextConstants.hpp"
+#include "windows/TextConstants.hpp"
 
 namespace quill {
 
@@ -23,11 +22,6 @@ class QuillmereApp : public QApplication {
   QuillmereApp(int& argc, char** argv);
   // The one application object.
   static QuillmereApp* Instance();
-
-  // The preferences file in the user's preferences folder, found anew at
-  // each call. Both throw PreferencesError on a file they can't work with.
-  std::string ReadPreferences(const std::string& key);
-  void WritePreferences(const std::string& key, const std::string& value);
 
   // Writes the default of PinyinSystems when there is none.
   void Event_Open();

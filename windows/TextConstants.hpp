@@ -6,6 +6,8 @@
 #include <map>
 #include <string>
 
+#include "lookup/SystemTable.hpp"
+
 namespace quill {
 
 // Installs the translations (key -> text) for the rest of the run.
@@ -54,6 +56,10 @@ std::string kLeopardIsRequired();
 std::string kPressReturnToText();
 std::string kStartLookingUp();
 std::string kAddANewLine();
+
+// The names of the five systems, in the order of the system table: the
+// headers of the result blocks and the rows of the preferences list.
+BlockHeaders SystemNames();
 }  // namespace App
 
 namespace MainWindowText {

@@ -1,4 +1,4 @@
-#include "app/Preferences.hpp"
+#include "settings/Preferences.hpp"
 
 #include <cctype>
 #include <cstdio>

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Preferences.hpp"
+#include "settings/Preferences.hpp"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/TextConstants.hpp"
+#include "windows/TextConstants.hpp"
 
 #include <utility>
 
@@ -153,6 +153,10 @@ std::string kStartLookingUp() {
 }
 std::string kAddANewLine() {
   return LocalizedString("App.kAddANewLine", "add a new line");
+}
+BlockHeaders SystemNames() {
+  return {kHanyuPinyinText(), kZhuyin1Text(), kZhuyin2Text(), kWadeGilesText(),
+          kTongyongPinyinText()};
 }
 }  // namespace App
 
