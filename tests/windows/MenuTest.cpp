@@ -202,6 +202,33 @@ class MenuTest : public QObject {
     QCOMPARE(window_->ResultField->toPlainText(), QString("result"));
   }
 
+  // Alt+E, and the arrow keys from one open menu to the next, open the Edit
+  // menu with its items as the focused field allows them.
+  void editMenuFromTheKeyboardServesTheField() {
+    Activate(window_);
+    QPlainTextEdit* field = window_->TextField;
+    field->setPlainText("中文");
+    field->setFocus();
+    field->selectAll();
+    QMenu* edit = Menu("EditMenu");
+    QTest::keyClick(field, Qt::Key_E, Qt::AltModifier);
+    QTRY_VERIFY(edit->isVisible());
+    QVERIFY(MenuItem("EditCopy")->isEnabled());
+    QVERIFY(MenuItem("EditCut")->isEnabled());
+    QVERIFY(MenuItem("EditSelectAll")->isEnabled());
+
+    QTest::keyClick(edit, Qt::Key_Right);
+    QTRY_VERIFY(Menu("WindowMenu")->isVisible());
+    QTest::keyClick(Menu("WindowMenu"), Qt::Key_Left);
+    QTRY_VERIFY(edit->isVisible());
+    QVERIFY(MenuItem("EditCopy")->isEnabled());
+    QVERIFY(MenuItem("EditCut")->isEnabled());
+
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QTest::keyClick(MenuBar1(), Qt::Key_Escape);
+    QTRY_VERIFY(!edit->isVisible());
+  }
+
   void bringAllToFrontWithOneWindow() {
     Activate(window_);
     window_->_WindowBringAllToFront_Action();
