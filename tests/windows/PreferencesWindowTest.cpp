@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTreeWidget>
 
 #include "DialogsTestSupport.hpp"
@@ -164,6 +165,21 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(
         Control<QRadioButton>(window, "StartLookingUpRadioButton")->isChecked(),
         !newLine);
+  }
+
+  // A click on a name leaves the list where it is; a click in the middle of
+  // the "On" column works its check box.
+  void listKeepsItsCheckBoxesInSight() {
+    Store("PinyinSystems", "11111");
+    auto* list = Control<QTreeWidget>(Open(), "ListBox1");
+    const QRect name = list->visualRect(list->model()->index(2, 1));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, name.center());
+    QCOMPARE(list->horizontalScrollBar()->value(), 0);
+    const QRect on = list->visualRect(list->model()->index(2, 0));
+    QVERIFY(list->viewport()->rect().contains(on));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, on.center());
+    QCOMPARE(ListChecks(PreferencesWindow::Existing()),
+             QStringLiteral("11011"));
   }
 
   void noSystemRefusesOk() {
