@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTextBlock>
+#include <functional>
 
 #include "WindowTestSupport.hpp"
 #include "app/TextConstants.hpp"
@@ -107,6 +108,32 @@ class HelpWindowTest : public QObject {
     QVERIFY(item != nullptr);
     QCOMPARE(item->text(), QStringLiteral("Quillmere Help"));
     QCOMPARE(checked, QList<QAction*>{item});
+  }
+
+  // The Help menu, the window's own item in the Window menu and Bring All
+  // to Front each bring a minimised help window back.
+  void minimisedWindowComesBack() {
+    HelpWindow* window = Open();
+    WindowMenuItem* item = nullptr;
+    for (QAction* action : Menu(QStringLiteral("WindowMenu"))->actions()) {
+      auto* windowItem = qobject_cast<WindowMenuItem*>(action);
+      if (windowItem != nullptr && windowItem->ownerWindow == window) {
+        item = windowItem;
+      }
+    }
+    QVERIFY(item != nullptr);
+    const std::function<void()> ways[] = {
+        [] { DispatchMenuItem(QStringLiteral("HelpQuillmereHelp")); },
+        [item] { item->trigger(); },
+        [] { WindowMenuManager::BringAllToFront(); }};
+    for (const auto& bringBack : ways) {
+      window->showMinimized();
+      QVERIFY(window->isMinimized());
+      bringBack();
+      QVERIFY(!window->isMinimized());
+      QVERIFY(window->isVisible());
+      QCOMPARE(HelpWindow::Existing(), window);
+    }
   }
 
   void menuItemsWhileInFront() {
