@@ -51,7 +51,9 @@ AboutWindow::AboutWindow()
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
                            Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(QString());
+  // No title text. An empty title would not do: the window system is then
+  // given the application's name in its place.
+  setWindowTitle(QStringLiteral(" "));
   setFixedSize(290, 246);
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     move(screen->availableGeometry().center() - rect().center());
