@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -79,6 +80,21 @@ QString ToQ(const std::string& s) { return QString::fromStdString(s); }
 int ReadNumber(const char* key) {
   const double value = Val(App::Instance()->ReadPreferences(key));
   return static_cast<int>(std::clamp(value, -1e6, 1e6));
+}
+
+// `window` fitted into the available area of the screen it is on, or of
+// the primary screen when it is on none.
+QRect FittedOnScreen(const QRect& window) {
+  const QScreen* screen = QGuiApplication::screenAt(window.center());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return window;
+  const QRect area = screen->availableGeometry();
+  QRect fitted(window.topLeft(), window.size().boundedTo(area.size()));
+  fitted.moveLeft(std::clamp(fitted.left(), area.left(),
+                             area.right() + 1 - fitted.width()));
+  fitted.moveTop(std::clamp(fitted.top(), area.top(),
+                            area.bottom() + 1 - fitted.height()));
+  return fitted;
 }
 
 // Content widget that reports its size changes to the window.
@@ -258,7 +274,19 @@ void MainWindow::Event_Open() {
   }
   const int left = ReadNumber("MainWindowLeft");
   const int top = ReadNumber("MainWindowTop");
-  if (left > 0 && top > 10) move(left, top);
+  const bool placed = left > 0 && top > 10;
+  if (placed) move(left, top);
+  // A window saved maximised, or on a larger screen, or on one that has
+  // gone, comes back whole within the screen.
+  const QRect fitted = FittedOnScreen(QRect(pos(), size()));
+  if (fitted.size() != size()) {
+    SetSize(fitted.width(), fitted.height() - MenuBarHeight());
+    if (mainWindowWidth != 0) {
+      mainWindowWidth = Width();
+      mainWindowHeight = Height();
+    }
+  }
+  if (placed && fitted.topLeft() != pos()) move(fitted.topLeft());
   knownPosition_ = pos();
   // Sizes set so far are no user's resizing: mode is not yet 1.
   knownSize_ = QSize(Width(), Height());
