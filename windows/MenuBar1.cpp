@@ -211,6 +211,11 @@ QMenuBar* Build() {
     action->setObjectName(name);
     action->setParent(menu);
     if (!item.shortcut.isEmpty()) action->setShortcut(item.shortcut);
+    // The other windows have no menu bar of their own: Quit and Preferences
+    // answer their keys in every window of the application.
+    if (name == "FileQuit" || name == "EditPreferences") {
+      action->setShortcutContext(Qt::ApplicationShortcut);
+    }
     if (name == "FileQuit") {
       QObject::connect(action, &QAction::triggered, [] {
         QApplication::closeAllWindows();

@@ -8,7 +8,11 @@
 #include <QTest>
 
 #include "WindowTestSupport.hpp"
+#include "windows/AboutWindow.hpp"
+#include "windows/Dialogs.hpp"
+#include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/PreferencesWindow.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 using namespace quill;
@@ -227,6 +231,23 @@ class MenuTest : public QObject {
     QTest::keyClick(edit, Qt::Key_Escape);
     QTest::keyClick(MenuBar1(), Qt::Key_Escape);
     QTRY_VERIFY(!edit->isVisible());
+  }
+
+  // Help and About have no menu bar, and still take the keys of Quit and
+  // Preferences.
+  void quitAndPreferencesFromEveryWindow() {
+    ShowHelpWindow();
+    QVERIFY(QTest::qWaitForWindowActive(HelpWindow::Existing()));
+    QTest::keyClick(HelpWindow::Existing(), Qt::Key_Comma, Qt::ControlModifier);
+    QVERIFY(PreferencesWindow::Existing() != nullptr);
+    PreferencesWindow::Existing()->close();
+
+    ShowAboutWindow();
+    QVERIFY(QTest::qWaitForWindowActive(AboutWindow::Existing()));
+    QTest::keyClick(AboutWindow::Existing(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!window_->isVisible());
+    QVERIFY(HelpWindow::Existing() == nullptr);
+    QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
   void bringAllToFrontWithOneWindow() {
