@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 
 #include "app/App.hpp"
 #include "export/Export.hpp"
@@ -96,6 +97,17 @@ QRect FittedOnScreen(const QRect& window) {
                             area.bottom() + 1 - fitted.height()));
   return fitted;
 }
+
+// The wait cursor over the whole application for as long as it lives: a
+// look-up or an export holds the event loop, and the window shows nothing
+// else meanwhile.
+class BusyCursor {
+ public:
+  BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+};
 
 // Content widget that reports its size changes to the window.
 class Content : public QWidget {
@@ -485,11 +497,13 @@ void MainWindow::LookUp() {
 
   if (!engine_)
     engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
+  std::optional<BusyCursor> busy(std::in_place);  // gone before a message
   const LookUpEngine::Result result = engine_->LookUp(input, settings);
   switch (result.outcome) {
     case LookUpEngine::Outcome::kNothing:
       return;
     case LookUpEngine::Outcome::kTableMissing:
+      busy.reset();
       MsgBox(this,
              "The data file is missing. Please reinstall the application.");
       return;
@@ -672,6 +686,7 @@ void MainWindow::Export() {
     if (path.isEmpty()) return;
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    const BusyCursor busy;
     // The fields as they are now, TextField also in dictionary mode.
     const std::string text = BuildPlainText(
         TextField->toPlainText().toStdString(), ResultFieldText());
@@ -692,14 +707,17 @@ void MainWindow::Export() {
                     ShowMultipleReadingsPrefValue};
   if (!engine_)
     engine_ = std::make_unique<LookUpEngine>(DataFiles::BesideExecutable());
+  std::optional<BusyCursor> busy(std::in_place);  // gone before a message
   const ExportPage page = BuildPhoneticPage(exportText, settings, *engine_);
   if (page.status == ExportPage::Status::kTableMissing) {
+    busy.reset();
     MsgBox(front,
            "The data file is missing. Please reinstall the application.");
     return;
   }
   if (page.status != ExportPage::Status::kDone) return;
   if (!created) {
+    busy.reset();
     // Where the file can't be made, say so rather than fail at the write.
     MsgBox(front, QStringLiteral("The page can't be saved in \"%1\": %2.")
                       .arg(path, file.errorString()));
