@@ -89,6 +89,10 @@ AboutWindow::AboutWindow()
   auto* closeShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this);
   connect(closeShortcut, &QShortcut::activated, this,
           &AboutWindow::_FileCloseWindow_Action);
+  // Esc closes it as well, as it closes a dialog.
+  auto* escapeShortcut = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escapeShortcut, &QShortcut::activated, this,
+          &AboutWindow::_FileCloseWindow_Action);
 }
 
 AboutWindow::~AboutWindow() {

@@ -142,6 +142,14 @@ class AboutWindowTest : public QObject {
     QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
+  void escapeClosesTheBox() {
+    AboutWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QVERIFY(AboutWindow::Existing() == nullptr);
+    QVERIFY(!window->isVisible());
+  }
+
   void closeWindowClosesOnlyTheBox() {
     quill::ShowHelpWindow();
     AboutWindow* window = Open();

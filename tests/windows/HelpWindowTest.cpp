@@ -149,6 +149,14 @@ class HelpWindowTest : public QObject {
     QVERIFY(HelpWindow::Existing() == nullptr);
   }
 
+  void escapeClosesHelp() {
+    HelpWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(Field(window), Qt::Key_Escape);
+    QVERIFY(HelpWindow::Existing() == nullptr);
+    QVERIFY(!window->isVisible());
+  }
+
   void closeWindowClosesOnlyHelp() {
     ShowAboutWindow();
     HelpWindow* window = Open();
