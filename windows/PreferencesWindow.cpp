@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
+#include <iterator>
 #include <string>
 
 #include "app/App.hpp"
@@ -148,6 +149,20 @@ PreferencesWindow::PreferencesWindow()
   AddANewLineRadioButton = new QRadioButton(Q(App::kAddANewLine()), this);
   AddANewLineRadioButton->setObjectName("AddANewLineRadioButton");
   AddANewLineRadioButton->setGeometry(125, 332, 120, 20);
+
+  // Tab goes down the dialog as it is seen, then to OK and Cancel.
+  QWidget* const tabOrder[] = {ListBox1,
+                               IndicateTonesBox,
+                               UseToneNumbersCheckbox,
+                               ShowMultipleReadingsBox,
+                               ShowSegmentationBox,
+                               StartLookingUpRadioButton,
+                               AddANewLineRadioButton,
+                               OKButton,
+                               CancelButton};
+  for (std::size_t i = 1; i < std::size(tabOrder); ++i) {
+    setTabOrder(tabOrder[i - 1], tabOrder[i]);
+  }
 
   connect(IndicateTonesBox, &QCheckBox::clicked, this,
           &PreferencesWindow::IndicateTonesBox_Action);

@@ -325,6 +325,24 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(FileNow(), before);
   }
 
+  void tabGoesDownTheDialogThenToTheButtons() {
+    Store("PinyinSystems", "11111");
+    PreferencesWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    Control<QTreeWidget>(window, "ListBox1")->setFocus();
+    QStringList visited;
+    for (int key = 0; key < 8; ++key) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      visited << QApplication::focusWidget()->objectName();
+    }
+    // The two radio buttons are one stop, at the one that is on.
+    QCOMPARE(visited,
+             (QStringList{"IndicateTonesBox", "UseToneNumbersCheckbox",
+                          "ShowMultipleReadingsBox", "ShowSegmentationBox",
+                          "StartLookingUpRadioButton", "OKButton",
+                          "CancelButton", "ListBox1"}));
+  }
+
   void oneInstanceAtATime() {
     Store("PinyinSystems", "11111");
     PreferencesWindow* first = Open();
