@@ -287,7 +287,9 @@ int main(int argc, char** argv) {
   }
   if (exportFormat == "text") {
     // Like the window, which exports nothing before a look-up of some text.
-    if (result.outcome == quill::LookUpEngine::Outcome::kNothing) return 0;
+    // The text typed counts, not what segmentation made of it: where
+    // Tokenizer printed nothing, the input is written with an empty result.
+    if (quill::Trim(text).empty()) return 0;
     ShowLineEnds(result.text, raw);
     return Emit(quill::BuildPlainText(text, result.text), outputFile);
   }

@@ -27,6 +27,9 @@ bool Exists(const std::string& path) {
 
 void Load(pugi::xml_document& document, const std::string& path) {
   std::error_code ec;
+  if (fs::is_directory(path, ec)) {
+    throw PreferencesError(path, "it is a folder, not a file");
+  }
   const std::uintmax_t size = fs::file_size(path, ec);
   if (!ec && size > kLargestFile) {
     throw PreferencesError(path,

@@ -51,7 +51,9 @@ AboutWindow::AboutWindow()
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
                            Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(QString());
+  // No title text. An empty title would not do: the window system is then
+  // given the application's name in its place.
+  setWindowTitle(QStringLiteral(" "));
   setFixedSize(290, 246);
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     move(screen->availableGeometry().center() - rect().center());
@@ -86,6 +88,10 @@ AboutWindow::AboutWindow()
   // Close Window closes this window only, not the program.
   auto* closeShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this);
   connect(closeShortcut, &QShortcut::activated, this,
+          &AboutWindow::_FileCloseWindow_Action);
+  // Esc closes it as well, as it closes a dialog.
+  auto* escapeShortcut = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escapeShortcut, &QShortcut::activated, this,
           &AboutWindow::_FileCloseWindow_Action);
 }
 

@@ -12,6 +12,8 @@ namespace quill {
 namespace {
 
 void BringForward(QWidget* window) {
+  // A minimised window comes back as it was before.
+  window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
   window->show();
   window->raise();
   window->activateWindow();

@@ -60,6 +60,10 @@ HelpWindow::HelpWindow()
   auto* closeShortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this);
   connect(closeShortcut, &QShortcut::activated, this,
           &HelpWindow::_FileCloseWindow_Action);
+  // Esc closes it as well, as it closes a dialog.
+  auto* escapeShortcut = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escapeShortcut, &QShortcut::activated, this,
+          &HelpWindow::_FileCloseWindow_Action);
 
   Event_Open();
 }

@@ -11,12 +11,14 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 
 #include "export/Export.hpp"
 #include "settings/Settings.hpp"
@@ -78,6 +80,32 @@ QString ToQ(const std::string& s) { return QString::fromStdString(s); }
 
 // A switch as the tone settings hold it.
 std::string Switch(bool on) { return on ? "1" : "0"; }
+
+// `window` fitted into the available area of the screen it is on, or of
+// the primary screen when it is on none.
+QRect FittedOnScreen(const QRect& window) {
+  const QScreen* screen = QGuiApplication::screenAt(window.center());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return window;
+  const QRect area = screen->availableGeometry();
+  QRect fitted(window.topLeft(), window.size().boundedTo(area.size()));
+  fitted.moveLeft(std::clamp(fitted.left(), area.left(),
+                             area.right() + 1 - fitted.width()));
+  fitted.moveTop(std::clamp(fitted.top(), area.top(),
+                            area.bottom() + 1 - fitted.height()));
+  return fitted;
+}
+
+// The wait cursor over the whole application for as long as it lives: a
+// look-up or an export holds the event loop, and the window shows nothing
+// else meanwhile.
+class BusyCursor {
+ public:
+  BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+};
 
 // Content widget that reports its size changes to the window.
 class Content : public QWidget {
@@ -256,7 +284,19 @@ void MainWindow::Event_Open() {
   }
   const int left = Settings::MainWindowLeft();
   const int top = Settings::MainWindowTop();
-  if (left > 0 && top > 10) move(left, top);
+  const bool placed = left > 0 && top > 10;
+  if (placed) move(left, top);
+  // A window saved maximised, or on a larger screen, or on one that has
+  // gone, comes back whole within the screen.
+  const QRect fitted = FittedOnScreen(QRect(pos(), size()));
+  if (fitted.size() != size()) {
+    SetSize(fitted.width(), fitted.height() - MenuBarHeight());
+    if (mainWindowWidth != 0) {
+      mainWindowWidth = Width();
+      mainWindowHeight = Height();
+    }
+  }
+  if (placed && fitted.topLeft() != pos()) move(fitted.topLeft());
   knownPosition_ = pos();
   // Sizes set so far are no user's resizing: the mode is not yet converter.
   knownSize_ = QSize(Width(), Height());
@@ -465,11 +505,13 @@ void MainWindow::LookUp() {
                                        : TextField->toPlainText().toStdString();
   (dictionary ? CharacterFieldTemp : TextFieldTemp) = Trim(input);
 
+  std::optional<BusyCursor> busy(std::in_place);  // gone before a message
   const LookUpEngine::Result result = Engine().LookUp(input, settings);
   switch (result.outcome) {
     case LookUpEngine::Outcome::kNothing:
       return;
     case LookUpEngine::Outcome::kTableMissing:
+      busy.reset();
       MsgBox(this, kTableMissingMessage);
       return;
     case LookUpEngine::Outcome::kShown:
@@ -651,6 +693,7 @@ void MainWindow::Export() {
     if (path.isEmpty()) return;
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    const BusyCursor busy;
     // The fields as they are now, TextField also in dictionary mode.
     const std::string text = BuildPlainText(
         TextField->toPlainText().toStdString(), ResultFieldText());
@@ -664,14 +707,17 @@ void MainWindow::Export() {
   // Made before the table is looked at: without one, it stays empty.
   QFile file(path);
   const bool created = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+  std::optional<BusyCursor> busy(std::in_place);  // gone before a message
   const ExportPage page =
       BuildPhoneticPage(exportText, CurrentSettings(), Engine());
   if (page.status == ExportPage::Status::kTableMissing) {
+    busy.reset();
     MsgBox(front, kTableMissingMessage);
     return;
   }
   if (page.status != ExportPage::Status::kDone) return;
   if (!created) {
+    busy.reset();
     // Where the file can't be made, say so rather than fail at the write.
     MsgBox(front, QStringLiteral("The page can't be saved in \"%1\": %2.")
                       .arg(path, file.errorString()));

@@ -86,6 +86,19 @@ bool IsEditItem(const QString& name) {
          name == "EditPaste" || name == "EditClear" || name == "EditSelectAll";
 }
 
+// A menu bar or menu that takes the keyboard (Alt+E, the arrow keys from
+// one open menu to the next) holds the focus only while it is in use.
+bool IsMenu(const QWidget* widget) {
+  return qobject_cast<const QMenuBar*>(widget) != nullptr ||
+         qobject_cast<const QMenu*>(widget) != nullptr;
+}
+
+// The focus as it was before a menu took it.
+QPointer<QWidget>& FocusBeforeMenus() {
+  static QPointer<QWidget> focus;
+  return focus;
+}
+
 // What the focused field can do now, and doing it. The three kinds of text
 // field of the windows are served alike.
 struct EditTarget {
@@ -95,6 +108,7 @@ struct EditTarget {
 
   EditTarget() {
     QWidget* focus = QApplication::focusWidget();
+    if (IsMenu(focus)) focus = FocusBeforeMenus();
     line = qobject_cast<QLineEdit*>(focus);
     plain = qobject_cast<QPlainTextEdit*>(focus);
     rich = qobject_cast<QTextEdit*>(focus);
@@ -197,6 +211,11 @@ QMenuBar* Build() {
     action->setObjectName(name);
     action->setParent(menu);
     if (!item.shortcut.isEmpty()) action->setShortcut(item.shortcut);
+    // The other windows have no menu bar of their own: Quit and Preferences
+    // answer their keys in every window of the application.
+    if (name == "FileQuit" || name == "EditPreferences") {
+      action->setShortcutContext(Qt::ApplicationShortcut);
+    }
     if (name == "FileQuit") {
       QObject::connect(action, &QAction::triggered, [] {
         QApplication::closeAllWindows();
@@ -212,8 +231,13 @@ QMenuBar* Build() {
   }
   // Enabling follows the frontmost window also between menu openings, for
   // the shortcuts.
+  // A menu taking the focus changes nothing: the field keeps its items.
   QObject::connect(qApp, &QApplication::focusChanged, bar,
-                   [] { EnableMenuItems(); });
+                   [](QWidget*, QWidget* now) {
+                     if (IsMenu(now)) return;
+                     FocusBeforeMenus() = now;
+                     EnableMenuItems();
+                   });
   return bar;
 }
 

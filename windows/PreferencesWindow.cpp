@@ -3,9 +3,11 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
+#include <iterator>
 #include <optional>
 #include <string>
 
@@ -39,6 +41,22 @@ bool GestaltSystemVersion(long& version) {
 }
 
 constexpr long kLeopardVersion = 4176;  // 0x1050, for 10.5.0
+
+// Check boxes in the middle of their cells, where the list's first column
+// wants them; the style places them at the left. Drawing and clicking both
+// ask for this rectangle.
+class CentredCheckStyle : public QProxyStyle {
+ public:
+  QRect subElementRect(SubElement element, const QStyleOption* option,
+                       const QWidget* widget) const override {
+    QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    if (element == SE_ItemViewItemCheckIndicator) {
+      rect.moveLeft(option->rect.left() +
+                    (option->rect.width() - rect.width()) / 2);
+    }
+    return rect;
+  }
+};
 
 }  // namespace
 
@@ -122,6 +140,20 @@ PreferencesWindow::PreferencesWindow()
   AddANewLineRadioButton->setObjectName("AddANewLineRadioButton");
   AddANewLineRadioButton->setGeometry(125, 332, 120, 20);
 
+  // Tab goes down the dialog as it is seen, then to OK and Cancel.
+  QWidget* const tabOrder[] = {ListBox1,
+                               IndicateTonesBox,
+                               UseToneNumbersCheckbox,
+                               ShowMultipleReadingsBox,
+                               ShowSegmentationBox,
+                               StartLookingUpRadioButton,
+                               AddANewLineRadioButton,
+                               OKButton,
+                               CancelButton};
+  for (std::size_t i = 1; i < std::size(tabOrder); ++i) {
+    setTabOrder(tabOrder[i - 1], tabOrder[i]);
+  }
+
   connect(IndicateTonesBox, &QCheckBox::clicked, this,
           &PreferencesWindow::IndicateTonesBox_Action);
   connect(ShowSegmentationBox, &QCheckBox::clicked, this,
@@ -156,11 +188,18 @@ void PreferencesWindow::ListBox1_Open() {
   ListBox1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   ListBox1->header()->setStretchLastSection(false);
   ListBox1->header()->setSectionsMovable(false);
-  // The columns take 15% and 95% of the list's width: the second runs past
-  // the edge rather than squeezing the names.
+  // The check boxes take 15% of the list and the names the rest of its
+  // visible width: wider, a click on a name would scroll the list sideways
+  // and the check boxes out of sight.
+  ListBox1->header()->setStretchLastSection(true);
   ListBox1->setColumnWidth(0, 260 * 15 / 100);
-  ListBox1->setColumnWidth(1, 260 * 95 / 100);
   ListBox1->headerItem()->setTextAlignment(0, Qt::AlignCenter);
+  // The focus frame goes round the whole row: round the check box's cell
+  // alone it looks like a second, empty box.
+  ListBox1->setAllColumnsShowFocus(true);
+  auto* checkStyle = new CentredCheckStyle;
+  checkStyle->setParent(ListBox1);
+  ListBox1->setStyle(checkStyle);
 
   const int rowHeight = ListBox1->font().pixelSize() + 6;
   const BlockHeaders names = App::SystemNames();

@@ -31,6 +31,8 @@ void WindowMenuItem::Event_EnableMenu() {
 
 void WindowMenuItem::Event_Action() {
   if (ownerWindow.isNull()) return;
+  ownerWindow->setWindowState(ownerWindow->windowState() &
+                              ~Qt::WindowMinimized);
   ownerWindow->show();
   ownerWindow->raise();
   ownerWindow->activateWindow();
@@ -57,11 +59,13 @@ void BringAllToFront() {
   QWidget* active = QApplication::activeWindow();
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->isWindow() && window != active) {
+      window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
       window->show();
       window->raise();
     }
   }
   if (active != nullptr) {
+    active->setWindowState(active->windowState() & ~Qt::WindowMinimized);
     active->show();
     active->raise();
   }

@@ -1,5 +1,6 @@
 // quillmere-cli as a user runs it: a real process, real exit statuses.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <cstdio>
@@ -95,6 +96,15 @@ TEST_F(CliTest, AMissingTableExitsWithThreeOnlyWhenThereIsInput) {
   const Outcome empty = Cli("--table " + Path("none") + " '  '", true);
   EXPECT_EQ(empty.status, 0);
   EXPECT_EQ(empty.out, "");
+}
+
+TEST_F(CliTest, TextExportKeepsTheInputWhenSegmentationGivesNothing) {
+  WriteFile(Path("Tokenizer"), "#!/bin/sh\n");
+  ASSERT_EQ(chmod(Path("Tokenizer").c_str(), 0755), 0);
+  const Outcome o = Cli("--export text --segment --tokenizer " +
+                        Path("Tokenizer") + " --table " + table + " ' 中文 '");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_EQ(o.out, "中文\n\n");
 }
 
 TEST_F(CliTest, ALargeInputWorks) {

@@ -54,7 +54,12 @@ class AboutWindowTest : public QObject {
   void showsNameVersionAndIcon() {
     AboutWindow* window = Open();
     QVERIFY(window != nullptr);
-    QVERIFY(window->windowTitle().isEmpty());
+    // No text in the title bar. Where a window's title is empty, Qt shows
+    // the application's name instead.
+    const QString title = window->windowTitle().isEmpty()
+                              ? QCoreApplication::applicationName()
+                              : window->windowTitle();
+    QVERIFY2(title.trimmed().isEmpty(), qPrintable(title));
     QCOMPARE(window->size(), QSize(290, 246));
     auto* name = window->findChild<QLabel*>(QStringLiteral("StaticText1"));
     QCOMPARE(name->text(), QStringLiteral("Quillmere"));
@@ -135,6 +140,14 @@ class AboutWindowTest : public QObject {
     QVERIFY(quill::MenuItem(QStringLiteral("FileCloseWindow"))->isEnabled());
     QVERIFY(quill::DispatchMenuItem(QStringLiteral("FileCloseWindow")));
     QVERIFY(AboutWindow::Existing() == nullptr);
+  }
+
+  void escapeClosesTheBox() {
+    AboutWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QVERIFY(AboutWindow::Existing() == nullptr);
+    QVERIFY(!window->isVisible());
   }
 
   void closeWindowClosesOnlyTheBox() {

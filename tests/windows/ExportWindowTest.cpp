@@ -240,6 +240,27 @@ class ExportWindowTest : public QObject {
     QCOMPARE(QFileInfo(Target("export")).size(), 0);
   }
 
+  // The wait cursor of the export is gone before the save dialog or a
+  // message comes, and after the export.
+  void noWaitCursorOverDialogs() {
+    QList<bool> busy;
+    const auto note = [&busy] {
+      busy << (QApplication::overrideCursor() != nullptr);
+    };
+    SetSaveFolderItemHandler([this, note](const QString&) {
+      note();
+      return answer_;
+    });
+    SetMsgBoxHandler([note](const QString&) { note(); });
+    LookUp("中");
+    Export(0);
+    Export(1);
+    answer_ = Target("no such folder/export");
+    Export(1);
+    QCOMPARE(busy, (QList<bool>{false, false, false, false}));
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+  }
+
   void unwritableFile() {
     LookUp("中");
     answer_ = Target("no such folder/export");

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QTest>
 #include <pugixml.hpp>
 
@@ -133,6 +134,34 @@ class GeometryTest : public QObject {
     MainWindow* window = StartMainWindow();
     const QPoint wanted(left.toInt(), top.toInt());
     QCOMPARE(window->pos() == wanted, used);
+  }
+
+  // A size and place saved on a larger screen come back within this one.
+  void savedGeometryStaysOnTheScreen_data() {
+    QTest::addColumn<QString>("left");
+    QTest::addColumn<QString>("top");
+    QTest::newRow("far right and down") << "6000"
+                                        << "5000";
+    QTest::newRow("too large for its place") << "100"
+                                             << "50";
+  }
+  void savedGeometryStaysOnTheScreen() {
+    QFETCH(QString, left);
+    QFETCH(QString, top);
+    prefs_->Write("MainWindowWidth", "5000");
+    prefs_->Write("MainWindowHeight", "4000");
+    prefs_->Write("MainWindowLeft", left.toStdString());
+    prefs_->Write("MainWindowTop", top.toStdString());
+    MainWindow* window = StartMainWindow();
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect shown(window->pos(), window->size());
+    QVERIFY2(area.contains(shown), qPrintable(QStringLiteral("%1,%2 %3x%4")
+                                                  .arg(shown.x())
+                                                  .arg(shown.y())
+                                                  .arg(shown.width())
+                                                  .arg(shown.height())));
+    QCOMPARE(window->width(), area.width());
+    QCOMPARE(window->mainWindowWidth, area.width());
   }
 
   void resizingSavesTheSize() {

@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTextBlock>
+#include <functional>
 
 #include "WindowTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
@@ -109,6 +110,32 @@ class HelpWindowTest : public QObject {
     QCOMPARE(checked, QList<QAction*>{item});
   }
 
+  // The Help menu, the window's own item in the Window menu and Bring All
+  // to Front each bring a minimised help window back.
+  void minimisedWindowComesBack() {
+    HelpWindow* window = Open();
+    WindowMenuItem* item = nullptr;
+    for (QAction* action : Menu(QStringLiteral("WindowMenu"))->actions()) {
+      auto* windowItem = qobject_cast<WindowMenuItem*>(action);
+      if (windowItem != nullptr && windowItem->ownerWindow == window) {
+        item = windowItem;
+      }
+    }
+    QVERIFY(item != nullptr);
+    const std::function<void()> ways[] = {
+        [] { DispatchMenuItem(QStringLiteral("HelpQuillmereHelp")); },
+        [item] { item->trigger(); },
+        [] { WindowMenuManager::BringAllToFront(); }};
+    for (const auto& bringBack : ways) {
+      window->showMinimized();
+      QVERIFY(window->isMinimized());
+      bringBack();
+      QVERIFY(!window->isMinimized());
+      QVERIFY(window->isVisible());
+      QCOMPARE(HelpWindow::Existing(), window);
+    }
+  }
+
   void menuItemsWhileInFront() {
     HelpWindow* window = Open();
     QVERIFY(QTest::qWaitForWindowActive(window));
@@ -120,6 +147,14 @@ class HelpWindowTest : public QObject {
     // Close Window from the menu goes to this window's own handler.
     QVERIFY(DispatchMenuItem(QStringLiteral("FileCloseWindow")));
     QVERIFY(HelpWindow::Existing() == nullptr);
+  }
+
+  void escapeClosesHelp() {
+    HelpWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(Field(window), Qt::Key_Escape);
+    QVERIFY(HelpWindow::Existing() == nullptr);
+    QVERIFY(!window->isVisible());
   }
 
   void closeWindowClosesOnlyHelp() {

@@ -64,6 +64,33 @@ class LookUpTest : public QObject {
     QVERIFY(lookupbutton().hasAlphaChannel());
   }
 
+  // The wait cursor shows while the look-up works and is gone after it,
+  // and before a message.
+  void busyCursorWhileLookingUp() {
+    QList<int> shapes;  // the override cursor's shape at each moment, or -1
+    const auto note = [&shapes] {
+      const QCursor* cursor = QApplication::overrideCursor();
+      shapes << (cursor != nullptr ? cursor->shape() : -1);
+    };
+    QObject context;
+    connect(window_->ResultField, &QPlainTextEdit::textChanged, &context, note);
+    window_->TextField->setPlainText("中文");
+    QTest::keyClick(window_->TextField, Qt::Key_Return);
+    QVERIFY(window_->ResultField->toPlainText().contains("ㄓㄨㄥ"));
+    QCOMPARE(shapes.last(), int(Qt::WaitCursor));
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+
+    QTemporaryDir empty;
+    DataFiles files;
+    files.zhuyintable = empty.filePath("zhuyintable").toStdString();
+    window_->SetDataFiles(files);
+    shapes.clear();
+    SetMsgBoxHandler([&note](const QString&) { note(); });
+    QTest::keyClick(window_->TextField, Qt::Key_Return);
+    QCOMPARE(shapes, (QList<int>{-1, -1}));  // the field cleared, the message
+    QVERIFY(QApplication::overrideCursor() == nullptr);
+  }
+
   void buttonPressDragOffAndRelease() {
     window_->TextField->setPlainText("中");
     Canvas* button = window_->LookUpCanvas;

@@ -8,7 +8,11 @@
 #include <QTest>
 
 #include "WindowTestSupport.hpp"
+#include "windows/AboutWindow.hpp"
+#include "windows/Dialogs.hpp"
+#include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/PreferencesWindow.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 using namespace quill;
@@ -200,6 +204,50 @@ class MenuTest : public QObject {
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     Choose("EditCut");
     QCOMPARE(window_->ResultField->toPlainText(), QString("result"));
+  }
+
+  // Alt+E, and the arrow keys from one open menu to the next, open the Edit
+  // menu with its items as the focused field allows them.
+  void editMenuFromTheKeyboardServesTheField() {
+    Activate(window_);
+    QPlainTextEdit* field = window_->TextField;
+    field->setPlainText("中文");
+    field->setFocus();
+    field->selectAll();
+    QMenu* edit = Menu("EditMenu");
+    QTest::keyClick(field, Qt::Key_E, Qt::AltModifier);
+    QTRY_VERIFY(edit->isVisible());
+    QVERIFY(MenuItem("EditCopy")->isEnabled());
+    QVERIFY(MenuItem("EditCut")->isEnabled());
+    QVERIFY(MenuItem("EditSelectAll")->isEnabled());
+
+    QTest::keyClick(edit, Qt::Key_Right);
+    QTRY_VERIFY(Menu("WindowMenu")->isVisible());
+    QTest::keyClick(Menu("WindowMenu"), Qt::Key_Left);
+    QTRY_VERIFY(edit->isVisible());
+    QVERIFY(MenuItem("EditCopy")->isEnabled());
+    QVERIFY(MenuItem("EditCut")->isEnabled());
+
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QTest::keyClick(MenuBar1(), Qt::Key_Escape);
+    QTRY_VERIFY(!edit->isVisible());
+  }
+
+  // Help and About have no menu bar, and still take the keys of Quit and
+  // Preferences.
+  void quitAndPreferencesFromEveryWindow() {
+    ShowHelpWindow();
+    QVERIFY(QTest::qWaitForWindowActive(HelpWindow::Existing()));
+    QTest::keyClick(HelpWindow::Existing(), Qt::Key_Comma, Qt::ControlModifier);
+    QVERIFY(PreferencesWindow::Existing() != nullptr);
+    PreferencesWindow::Existing()->close();
+
+    ShowAboutWindow();
+    QVERIFY(QTest::qWaitForWindowActive(AboutWindow::Existing()));
+    QTest::keyClick(AboutWindow::Existing(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!window_->isVisible());
+    QVERIFY(HelpWindow::Existing() == nullptr);
+    QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
   void bringAllToFrontWithOneWindow() {

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTreeWidget>
 
 #include "DialogsTestSupport.hpp"
@@ -166,6 +167,21 @@ class PreferencesWindowTest : public QObject {
         !newLine);
   }
 
+  // A click on a name leaves the list where it is; a click in the middle of
+  // the "On" column works its check box.
+  void listKeepsItsCheckBoxesInSight() {
+    Store("PinyinSystems", "11111");
+    auto* list = Control<QTreeWidget>(Open(), "ListBox1");
+    const QRect name = list->visualRect(list->model()->index(2, 1));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, name.center());
+    QCOMPARE(list->horizontalScrollBar()->value(), 0);
+    const QRect on = list->visualRect(list->model()->index(2, 0));
+    QVERIFY(list->viewport()->rect().contains(on));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, on.center());
+    QCOMPARE(ListChecks(PreferencesWindow::Existing()),
+             QStringLiteral("11011"));
+  }
+
   void noSystemRefusesOk() {
     Store("PinyinSystems", "11111");
     MarkMainWindow();
@@ -308,6 +324,24 @@ class PreferencesWindowTest : public QObject {
     QTest::keyClick(window, Qt::Key_Escape);
     QVERIFY(PreferencesWindow::Existing() == nullptr);
     QCOMPARE(FileNow(), before);
+  }
+
+  void tabGoesDownTheDialogThenToTheButtons() {
+    Store("PinyinSystems", "11111");
+    PreferencesWindow* window = Open();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    Control<QTreeWidget>(window, "ListBox1")->setFocus();
+    QStringList visited;
+    for (int key = 0; key < 8; ++key) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      visited << QApplication::focusWidget()->objectName();
+    }
+    // The two radio buttons are one stop, at the one that is on.
+    QCOMPARE(visited,
+             (QStringList{"IndicateTonesBox", "UseToneNumbersCheckbox",
+                          "ShowMultipleReadingsBox", "ShowSegmentationBox",
+                          "StartLookingUpRadioButton", "OKButton",
+                          "CancelButton", "ListBox1"}));
   }
 
   void oneInstanceAtATime() {

@@ -1,6 +1,8 @@
 // The program as a whole, started as a user starts it, over a preferences
 // file it can't use.
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 
@@ -33,6 +35,25 @@ class StartUpTest : public QObject {
       QVERIFY(file.open(QIODevice::WriteOnly));
       file.write(content);
     }
+    EndsSaying(prefs, problem);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), content);
+  }
+
+  void folderInPlaceOfTheFileIsNamedSo() {
+    PreferencesFolder prefs;
+    const QString path = QString::fromStdString(prefs.FilePath());
+    QVERIFY(QDir().mkpath(path));
+    EndsSaying(prefs, "it is a folder, not a file");
+    QVERIFY(QFileInfo(path).isDir());
+  }
+
+ private:
+  // Starts the program over `prefs` and checks that it ends with status 1,
+  // naming the file and `problem` on standard error.
+  static void EndsSaying(const PreferencesFolder& prefs,
+                         const QString& problem) {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
@@ -44,11 +65,9 @@ class StartUpTest : public QObject {
     QCOMPARE(program.exitCode(), 1);
     const QString error =
         QString::fromLocal8Bit(program.readAllStandardError());
-    QVERIFY2(error.contains(path), qPrintable(error));
+    QVERIFY2(error.contains(QString::fromStdString(prefs.FilePath())),
+             qPrintable(error));
     QVERIFY2(error.contains(problem), qPrintable(error));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), content);
   }
 };
 
