@@ -59,6 +59,19 @@ void Settings::SetShowSegmentation(bool on) {
   Write("ShowSegmentation", Switch(on));
 }
 
+bool Settings::ContextReadings() { return Read("ContextReadings") == "1"; }
+void Settings::SetContextReadings(bool on) {
+  Write("ContextReadings", Switch(on));
+}
+
+ReadingStandard Settings::ReadingStandard() {
+  return Read("ReadingStandard") == "1" ? ReadingStandard::kTaiwan
+                                        : ReadingStandard::kMainland;
+}
+void Settings::SetReadingStandard(quill::ReadingStandard standard) {
+  Write("ReadingStandard", Switch(standard == ReadingStandard::kTaiwan));
+}
+
 ReturnKey Settings::PressReturnTo() {
   return Read("PressReturnTo") == "1" ? ReturnKey::kAddsNewLine
                                       : ReturnKey::kStartsLookUp;

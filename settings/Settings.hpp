@@ -23,6 +23,10 @@ enum class Mode { kDictionary, kConverter };
 // Enter always starts the look-up.
 enum class ReturnKey { kStartsLookUp, kAddsNewLine };
 
+// Whose standard decides a character's first reading and the readings of
+// words: the mainland's or Taiwan's (the Ministry of Education's).
+enum class ReadingStandard { kMainland, kTaiwan };
+
 class Settings {
  public:
   // PinyinSystems: the systems shown. Nothing when no text is stored; start-up
@@ -45,6 +49,15 @@ class Settings {
   // ShowSegmentation: words through Tokenizer; on only for a stored "1".
   static bool ShowSegmentation();
   static void SetShowSegmentation(bool on);
+
+  // ContextReadings: readings chosen by the words of the text; on only for a
+  // stored "1".
+  static bool ContextReadings();
+  static void SetContextReadings(bool on);
+
+  // ReadingStandard: Taiwan only for a stored "1".
+  static quill::ReadingStandard ReadingStandard();
+  static void SetReadingStandard(quill::ReadingStandard standard);
 
   // PressReturnTo: a stored "1" makes Return add a new line.
   static ReturnKey PressReturnTo();
