@@ -21,7 +21,14 @@ std::string CorpusPath(const std::string& name) {
 
 DataFiles BuildDataFiles() {
   const std::string out = QUILLMERE_OUT_DIR;
-  return {out + "/zhuyintable", out + "/STTABLE", out + "/Tokenizer", {}};
+  DataFiles files;
+  files.zhuyintable = out + "/zhuyintable";
+  files.sttable = out + "/STTABLE";
+  files.tokenizer = out + "/Tokenizer";
+  files.phrasereadings = out + "/phrasereadings";
+  files.phrasereadingsTw = out + "/phrasereadings-tw";
+  files.taiwanreadings = out + "/taiwanreadings";
+  return files;
 }
 
 std::size_t CountChinese(std::string_view text) {

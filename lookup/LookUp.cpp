@@ -4,12 +4,15 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <deque>
+#include <fstream>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "lookup/Segmentation.hpp"
 #include "platform/Platform.hpp"
+#include "readings/ContextReadings.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -168,10 +171,14 @@ class Walk {
  public:
   // `slotOfBmp` is the engine's table of slots by code point, all kUnknown;
   // the walk puts it back so when it ends.
+  // `chosen` holds the reading chosen in context for each character above
+  // U+00FF of the text to be walked, or nothing.
   Walk(LookUpEngine& engine, const LookUpSettings& settings,
-       std::vector<int>& slotOfBmp)
+       std::vector<int>& slotOfBmp, std::vector<std::string_view> chosen)
       : engine_(engine),
         settings_(settings),
+        chosen_(std::move(chosen)),
+        taiwan_(settings.standard == ReadingStandard::kTaiwan),
         on_(settings.PinyinSystemsPrefValue),
         segmented_(settings.segmentation),
         blankAfterSyllable_(!segmented_ || settings.mode == Mode::kDictionary),
@@ -212,8 +219,10 @@ class Walk {
         const Utf8Char c = DecodeChar(text, pos);
         const std::string_view character = text.substr(pos, c.length);
         pos += c.length;
+        std::string_view chosen;
+        if (c.code > 0xFF && next_ < chosen_.size()) chosen = chosen_[next_++];
         if (TakesCharacterPath(c.code)) {
-          Character(c.code, character);
+          Character(c.code, character, chosen);
         } else {
           Verbatim(character);
         }
@@ -287,7 +296,8 @@ class Walk {
     }
   }
 
-  void Character(std::uint32_t code, std::string_view character) {
+  void Character(std::uint32_t code, std::string_view character,
+                 std::string_view chosen) {
     if (verbatimPending_ && !segmented_) {
       for (System system : latin_) {
         const std::string& s = r_[system];
@@ -297,7 +307,8 @@ class Walk {
       }
     }
     verbatimPending_ = false;
-    const int slot = Slot(code, character);
+    const int slot =
+        chosen.empty() ? Slot(code, character) : Slot(code, character, chosen);
     if (slot >= 0) {
       const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
       for (System system : built_) {
@@ -331,14 +342,48 @@ class Walk {
         return *known = kFirstMark - static_cast<int>(i);
       }
     }
+    if (taiwan_ && engine_.HasOwnReading(character, settings_)) {
+      return *known = SlotOfEntry(engine_.ReadingEntryOf(
+                 character, std::string_view(), settings_));
+    }
     const long hit = engine_.Search(character);
     if (hit < 1) return *known = kNoReading;
-    // Characters that read alike share one contribution.
-    const std::string_view entry = engine_.table().ReadingEntry(hit);
-    const auto [it, isNew] = slotOfEntry_.try_emplace(
-        entry, static_cast<int>(contributions_.size()));
-    if (isNew) contributions_.push_back(Contribute(entry));
-    return *known = it->second;
+    return *known = SlotOfEntry(engine_.table().ReadingEntry(hit));
+  }
+
+  // The slot of a character with a reading chosen in context. The chosen
+  // syllables are views into the phrase tables, so a syllable's place there
+  // names it: the reading string is made once per character and place.
+  int Slot(std::uint32_t code, std::string_view character,
+           std::string_view chosen) {
+    const auto [it, isNew] =
+        slotOfChosen_.try_emplace(ChosenKey{code, chosen.data()}, kUnknown);
+    if (isNew) {
+      it->second =
+          SlotOfEntry(engine_.ReadingEntryOf(character, chosen, settings_));
+    }
+    return it->second;
+  }
+
+  // Characters that read alike share one contribution.
+  int SlotOfEntry(std::string_view entry) {
+    if (entry.empty()) return kNoReading;
+    const auto found = slotOfEntry_.find(entry);
+    if (found != slotOfEntry_.end()) return found->second;
+    return AddEntry(entry);
+  }
+  int SlotOfEntry(std::string&& entry) {
+    if (entry.empty()) return kNoReading;
+    const auto found = slotOfEntry_.find(entry);
+    if (found != slotOfEntry_.end()) return found->second;
+    ownedEntries_.push_back(std::move(entry));
+    return AddEntry(ownedEntries_.back());
+  }
+  int AddEntry(std::string_view entry) {
+    const int slot = static_cast<int>(contributions_.size());
+    slotOfEntry_.emplace(entry, slot);
+    contributions_.push_back(Contribute(entry));
+    return slot;
   }
 
   Contribution Contribute(std::string_view entry) const {
@@ -384,8 +429,22 @@ class Walk {
     ReplaceAllInPlace(s, "“ ", "“");
   }
 
+  struct ChosenKey {
+    std::uint32_t code;
+    const char* reading;
+    bool operator==(const ChosenKey&) const = default;
+  };
+  struct ChosenKeyHash {
+    std::size_t operator()(const ChosenKey& k) const {
+      return std::hash<const char*>()(k.reading) * 31 + k.code;
+    }
+  };
+
   LookUpEngine& engine_;
   const LookUpSettings& settings_;
+  const std::vector<std::string_view> chosen_;
+  std::size_t next_ = 0;  // the next of chosen_
+  const bool taiwan_;
   const SystemSet on_;
   const bool segmented_;
   const bool blankAfterSyllable_;
@@ -402,7 +461,24 @@ class Walk {
   std::unordered_map<std::uint32_t, int> slotOfOther_;
   std::unordered_map<std::string_view, int> slotOfEntry_;
   std::vector<Contribution> contributions_;
+  std::unordered_map<ChosenKey, int, ChosenKeyHash> slotOfChosen_;
+  std::deque<std::string> ownedEntries_;  // reading strings made here
 };
+
+// The number of characters above U+00FF in `text`, as the walk counts them.
+std::size_t WideCharacters(std::string_view text) {
+  std::size_t count = 0;
+  for (std::size_t pos = 0; pos < text.size();) {
+    if (static_cast<unsigned char>(text[pos]) < 0x80) {
+      ++pos;
+      continue;
+    }
+    const Utf8Char c = DecodeChar(text, pos);
+    if (c.code > 0xFF) ++count;
+    pos += c.length;
+  }
+  return count;
+}
 
 // The blocks of the selected systems. Each body is released once it is
 // copied, so that the accumulators and the result are never both whole in
@@ -438,8 +514,16 @@ std::string Assemble(Accumulators& results, bool shown,
 
 DataFiles DataFiles::BesideExecutable() {
   const std::string folder = ApplicationFolder();
-  return {
-      folder + "/zhuyintable", folder + "/STTABLE", folder + "/Tokenizer", {}};
+  const std::string preferences = PreferencesFolder();
+  return {folder + "/zhuyintable",
+          folder + "/STTABLE",
+          folder + "/Tokenizer",
+          {},
+          folder + "/phrasereadings",
+          folder + "/phrasereadings-tw",
+          folder + "/taiwanreadings",
+          preferences.empty() ? std::string()
+                              : preferences + "/" + kUserPhrasesFileName};
 }
 
 bool TakesCharacterPath(std::uint32_t code) {
@@ -448,7 +532,70 @@ bool TakesCharacterPath(std::uint32_t code) {
 }
 
 LookUpEngine::LookUpEngine(DataFiles files)
-    : files_(std::move(files)), converter_(files_.sttable) {}
+    : files_(std::move(files)),
+      converter_(files_.sttable),
+      userPhrases_(files_.userPhrases) {}
+
+const PhraseTable& LookUpEngine::Phrases(ReadingStandard standard) {
+  const bool taiwan = standard == ReadingStandard::kTaiwan;
+  bool& opened = taiwan ? taiwanOpened_ : mainlandOpened_;
+  PhraseTable& table = taiwan ? taiwanPhrases_ : mainlandPhrases_;
+  // A file that can't be read leaves the table empty: no context readings.
+  if (!opened)
+    table.Open(taiwan ? files_.phrasereadingsTw : files_.phrasereadings);
+  opened = true;
+  return table;
+}
+
+const std::string* LookUpEngine::TaiwanReading(std::string_view character) {
+  if (!taiwanReadingsLoaded_) {
+    taiwanReadingsLoaded_ = true;
+    // CHAR<TAB>READING<LF>; a line of another form is passed over.
+    std::ifstream in(files_.taiwanreadings, std::ios::binary);
+    std::string line;
+    while (std::getline(in, line)) {
+      const std::size_t tab = line.find('\t');
+      if (tab == 0 || tab == std::string::npos || tab + 1 == line.size() ||
+          line.find_first_of("\t ", tab + 1) != std::string::npos) {
+        continue;
+      }
+      taiwanReadings_.try_emplace(line.substr(0, tab), line.substr(tab + 1));
+    }
+  }
+  const auto it = taiwanReadings_.find(std::string(character));
+  return it == taiwanReadings_.end() ? nullptr : &it->second;
+}
+
+std::vector<std::string_view> LookUpEngine::ChooseReadings(
+    std::string_view text, const LookUpSettings& settings) {
+  if (!settings.contextReadings) return {};
+  if (userPhrases_.Path() != files_.userPhrases) {
+    userPhrases_.SetPath(files_.userPhrases);
+  }
+  userPhrases_.Refresh();
+  return quill::ChooseReadings(text, Phrases(settings.standard),
+                               userPhrases_.Table());
+}
+
+bool LookUpEngine::HasOwnReading(std::string_view character,
+                                 const LookUpSettings& settings) {
+  return settings.standard == ReadingStandard::kTaiwan &&
+         TaiwanReading(character) != nullptr;
+}
+
+std::string LookUpEngine::ReadingEntryOf(std::string_view character,
+                                         std::string_view chosen,
+                                         const LookUpSettings& settings) {
+  const long hit = Search(character);
+  std::string entry(hit >= 1 ? table_.ReadingEntry(hit) : std::string_view());
+  if (settings.standard == ReadingStandard::kTaiwan) {
+    if (const std::string* reading = TaiwanReading(character)) {
+      entry = PutFirst(entry, *reading);
+    }
+  }
+  if (!chosen.empty()) entry = PutFirst(entry, chosen);
+  return entry;
+}
 
 bool LookUpEngine::LoadTable() { return table_.Load(files_.zhuyintable); }
 
@@ -469,14 +616,25 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
                                           const LookUpSettings& settings) {
   // The input is walked where it stands unless Tokenizer rewrites it.
   std::string_view lookUpText = TrimView(fieldText);
+  // Readings are chosen on the text as typed, so that segmentation, which
+  // only puts blanks between words, changes none of them.
+  std::vector<std::string_view> chosen;
+  if (settings.contextReadings && LoadTable()) {
+    chosen = ChooseReadings(lookUpText, settings);
+  }
   std::string segmented;
   if (settings.mode == Mode::kConverter && settings.segmentation) {
     segmented = TextToLookUp(std::string(lookUpText));
     lookUpText = segmented;
+    // Should Tokenizer ever change more than blanks, the readings are
+    // chosen again on what it gave.
+    if (!chosen.empty() && WideCharacters(lookUpText) != chosen.size()) {
+      chosen = ChooseReadings(lookUpText, settings);
+    }
   }
   if (lookUpText.empty()) return {Outcome::kNothing, {}};
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
-  Walk walk(*this, settings, slotOfBmp_);
+  Walk walk(*this, settings, slotOfBmp_, std::move(chosen));
   walk.Run(lookUpText);
   return {Outcome::kShown, Assemble(walk.results(), walk.zhuyin1HasText(),
                                     settings, walk.foundCharacters())};

@@ -13,10 +13,13 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "lookup/ReadingTable.hpp"
 #include "lookup/SystemTable.hpp"
+#include "readings/PhraseTable.hpp"
+#include "readings/UserPhrases.hpp"
 #include "romanization/Romanization.hpp"
 #include "script/STConvert.hpp"
 #include "settings/Settings.hpp"
@@ -35,6 +38,12 @@ struct LookUpSettings {
   // The headers of the result blocks and of the page's blocks; the window
   // brings its translated ones.
   BlockHeaders headers = DefaultHeaders();
+  // ContextReadings: each character of a word of the text reads as in that
+  // word (the user's phrases first, then the shipped ones).
+  bool contextReadings = false;
+  // ReadingStandard: with Taiwan's, a character's Taiwan reading comes first
+  // and the words read by Taiwan's phrase table.
+  ReadingStandard standard = ReadingStandard::kMainland;
 };
 
 // What the window and the CLI say when zhuyintable can't be read.
@@ -48,10 +57,18 @@ struct DataFiles {
   std::string sttable;
   std::string tokenizer;
   std::string temporaryFolder;
+  std::string phrasereadings;    // words by the mainland standard
+  std::string phrasereadingsTw;  // words by Taiwan's standard
+  std::string taiwanreadings;    // each character's Taiwan reading
+  std::string userPhrases;       // the user's own words; may be missing
 
-  // zhuyintable, STTABLE and Tokenizer beside the running executable.
+  // zhuyintable, STTABLE, Tokenizer and the reading files beside the running
+  // executable; the user's phrase file beside the preferences file.
   static DataFiles BesideExecutable();
 };
+
+// The name of the user's phrase file in the preferences folder.
+inline constexpr const char* kUserPhrasesFileName = "Quillmere Phrases";
 
 // The five result texts: pinyinResult, zhuyin1Result, zhuyin2Result,
 // wadeResult and tongyongResult, by system.
@@ -84,6 +101,27 @@ class LookUpEngine {
   const ReadingTable& table() const { return table_; }
   const DataFiles& files() const { return files_; }
 
+  // With context readings on, the syllable chosen for each character of
+  // `text` above U+00FF, in order (empty where no word covers it); nothing
+  // when they are off. Reads the user's phrase file again if it changed.
+  std::vector<std::string_view> ChooseReadings(std::string_view text,
+                                               const LookUpSettings& settings);
+
+  // The reading string of a character: its line of the table (empty for
+  // none), with its Taiwan reading first under Taiwan's standard, and then
+  // `chosen` first when not empty.
+  std::string ReadingEntryOf(std::string_view character,
+                             std::string_view chosen,
+                             const LookUpSettings& settings);
+
+  // True when the character's reading string is not simply its line of the
+  // table under these settings (its Taiwan reading differs).
+  bool HasOwnReading(std::string_view character,
+                     const LookUpSettings& settings);
+
+  // The user's phrase file as last read, with its problems.
+  UserPhrases& userPhrases() { return userPhrases_; }
+
  private:
   // What Tokenizer makes of the trimmed input.
   std::string TextToLookUp(const std::string& trimmed);
@@ -94,6 +132,17 @@ class LookUpEngine {
   // Scratch of the character loop, kept so that a short look-up doesn't pay
   // for setting up a table of every code point.
   std::vector<int> slotOfBmp_;
+  // The phrase tables of the two standards, opened at first need.
+  const PhraseTable& Phrases(ReadingStandard standard);
+  PhraseTable mainlandPhrases_;
+  PhraseTable taiwanPhrases_;
+  bool mainlandOpened_ = false;
+  bool taiwanOpened_ = false;
+  // Each character's Taiwan reading, read at first need.
+  const std::string* TaiwanReading(std::string_view character);
+  std::unordered_map<std::string, std::string> taiwanReadings_;
+  bool taiwanReadingsLoaded_ = false;
+  UserPhrases userPhrases_;
 };
 
 // True for a character that takes the character path: code above 255 and

@@ -63,7 +63,10 @@ TEST(ExportGoldenTest, PagesMatchTheirFiles) {
     LookUpSettings settings;
     settings.PinyinSystemsPrefValue = systems;
     settings.tones.ShowMultipleReadingsPrefValue = multiple;
-    LookUpEngine engine({folder / "zhuyintable", folder / "STTABLE", {}, {}});
+    DataFiles files;
+    files.zhuyintable = folder / "zhuyintable";
+    files.sttable = folder / "STTABLE";
+    LookUpEngine engine(files);
     const ExportPage page = BuildPhoneticPage(
         Trim(ReadFile(kGoldenFolder + name + ".txt")), settings, engine);
     EXPECT_EQ(page.status, ExportPage::Status::kDone);

@@ -42,8 +42,11 @@ class TableFixture : public ::testing::Test {
 
   // Files in the test's folder; the table only if `table` is given.
   DataFiles FilesWithTable(const std::optional<std::string>& table) {
-    DataFiles files{Path("zhuyintable"), Path("STTABLE"), Path("Tokenizer"),
-                    folder_.string()};
+    DataFiles files;
+    files.zhuyintable = Path("zhuyintable");
+    files.sttable = Path("STTABLE");
+    files.tokenizer = Path("Tokenizer");
+    files.temporaryFolder = folder_.string();
     if (table) WriteFile(files.zhuyintable, *table);
     return files;
   }

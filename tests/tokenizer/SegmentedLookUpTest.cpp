@@ -27,7 +27,12 @@ class SegmentedLookUpTest : public TempFolderTest {
   }
 
   DataFiles Files(const std::string& tokenizer) {
-    return {Path("zhuyintable"), Path("STTABLE"), tokenizer, folder().string()};
+    DataFiles files;
+    files.zhuyintable = Path("zhuyintable");
+    files.sttable = Path("STTABLE");
+    files.tokenizer = tokenizer;
+    files.temporaryFolder = folder().string();
+    return files;
   }
 
   std::string Py(const std::string& reading) const {
