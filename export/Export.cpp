@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "text/TextOps.hpp"
@@ -36,18 +38,25 @@ RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s) {
 // The walk over the export text, building the five accumulators of markup.
 class PageWalk {
  public:
-  PageWalk(LookUpEngine& engine, const LookUpSettings& settings)
+  // `chosen`: the reading chosen in context for each character above
+  // U+00FF of the text, or nothing, as the look-up has them.
+  PageWalk(LookUpEngine& engine, const LookUpSettings& settings,
+           std::vector<std::string_view> chosen)
       : engine_(engine),
         settings_(settings),
-        on_(settings.PinyinSystemsPrefValue) {}
+        on_(settings.PinyinSystemsPrefValue),
+        chosen_(std::move(chosen)) {}
 
   void Run(std::string_view text) {
     for (std::size_t pos = 0; pos < text.size();) {
       const Utf8Char c = DecodeChar(text, pos);
       const std::string_view character = text.substr(pos, c.length);
       pos += c.length;
-      const RubyTexts* ruby =
-          TakesCharacterPath(c.code) ? Lookup(c.code, character) : nullptr;
+      std::string_view chosen;
+      if (c.code > 0xFF && next_ < chosen_.size()) chosen = chosen_[next_++];
+      const RubyTexts* ruby = TakesCharacterPath(c.code)
+                                  ? Lookup(c.code, character, chosen)
+                                  : nullptr;
       if (ruby == nullptr) {
         Verbatim(character);
       } else {
@@ -90,7 +99,24 @@ class PageWalk {
   // The ruby texts of a character, nullptr for one without a reading. Worked
   // out once per character and export: a text repeats its characters, and a
   // miss costs a Simplified-to-Traditional conversion.
-  const RubyTexts* Lookup(std::uint32_t code, std::string_view character) {
+  const RubyTexts* Lookup(std::uint32_t code, std::string_view character,
+                          std::string_view chosen) {
+    if (!chosen.empty() || engine_.HasOwnReading(character, settings_)) {
+      // A reading of its own: once per character and chosen syllable, which
+      // is a view into the phrase table.
+      const auto key = std::make_pair(code, chosen.data());
+      const auto [it, isNew] = slotOfChosen_.try_emplace(key, kNoReading);
+      if (isNew) {
+        const std::string entry =
+            engine_.ReadingEntryOf(character, chosen, settings_);
+        if (!entry.empty()) {
+          texts_.push_back(RubyTextsOf(entry, settings_));
+          it->second = static_cast<int>(texts_.size() - 1);
+        }
+      }
+      if (it->second == kNoReading) return nullptr;
+      return &texts_[static_cast<std::size_t>(it->second)];
+    }
     const auto [it, isNew] = slotOf_.try_emplace(code, kNoReading);
     if (isNew) {
       const long hit = engine_.Search(character);
@@ -111,7 +137,10 @@ class PageWalk {
   // Shared by all accumulators: they all see the same characters.
   bool rubyRunOpen_ = false;
   std::unordered_map<std::uint32_t, int> slotOf_;
+  std::map<std::pair<std::uint32_t, const char*>, int> slotOfChosen_;
   std::vector<RubyTexts> texts_;
+  const std::vector<std::string_view> chosen_;
+  std::size_t next_ = 0;  // the next of chosen_
 };
 
 }  // namespace
@@ -157,7 +186,7 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
   // The table must be there even for a text that never searches it.
   if (!engine.LoadTable()) return {ExportPage::Status::kTableMissing, {}};
 
-  PageWalk walk(engine, settings);
+  PageWalk walk(engine, settings, engine.ChooseReadings(exportText, settings));
   walk.Run(exportText);
   const PerSystem<std::string>& results = walk.results();
   const SystemSet& on = settings.PinyinSystemsPrefValue;
