@@ -40,6 +40,19 @@ Options:
   --numbers        tones as digits instead of marks
   --single         only the first reading of each character
   --segment        segment the text into words with Tokenizer first
+  --context        choose each character's reading by the words of the text
+                   (银行 yín háng, 行长 háng zhǎng); the user's phrase file,
+                   'Quillmere Phrases' in $XDG_CONFIG_HOME or ~/.config, wins
+                   over the shipped words
+  --phrases FILE   take FILE as the user's phrase file (used with --context):
+                   one word a line, then a reading per character in numbered
+                   pinyin or Zhuyin, e.g. '银行 yin2 hang2'; '#' starts a
+                   comment. Lines that can't be read are reported on standard
+                   error and the others used.
+  --standard mainland|taiwan
+                   whose reading comes first: the mainland's (default) or
+                   Taiwan's (垃圾 ㄌㄜˋ ㄙㄜˋ); with --context the words too
+                   read by that standard
   -i, --input FILE read the text from FILE
   --table PATH     use another zhuyintable
   --sttable PATH   use another STTABLE
@@ -56,6 +69,10 @@ Options:
                    write to FILE instead of standard output; FILE is
                    replaced only once everything has been written
   -h, --help       show this help
+
+Example:
+  echo 银行行长 | quillmere-cli --context --single --systems 10000
+  echo 垃圾 | quillmere-cli --context --systems 01000 --standard taiwan
 
 Exit status: 0 on success, 1 when the output can't be written, 2 for bad
 usage or an unreadable input file, 3 when the data file is missing.
@@ -152,6 +169,16 @@ int WriteFile(const std::string& path, const std::string& text) {
   return 0;
 }
 
+// The lines of the user's phrase file that were passed over, once.
+void ReportPhraseProblems(quill::UserPhrases& phrases) {
+  if (!phrases.HasUnreportedProblems()) return;
+  for (const auto& problem : phrases.Problems()) {
+    std::cerr << "quillmere-cli: " << phrases.Path() << ":" << problem.line
+              << ": " << problem.what << "\n";
+  }
+  phrases.MarkProblemsReported();
+}
+
 int Emit(const std::string& text, const std::optional<std::string>& path) {
   if (path) return WriteFile(*path, text);
   std::fwrite(text.data(), 1, text.size(), stdout);
@@ -203,6 +230,21 @@ int main(int argc, char** argv) {
       settings.tones.ShowMultipleReadingsPrefValue = "0";
     } else if (arg == "--segment") {
       settings.segmentation = true;
+    } else if (arg == "--context") {
+      settings.contextReadings = true;
+    } else if (arg == "--phrases") {
+      if (!value(files.userPhrases) || files.userPhrases.empty()) {
+        return Usage("--phrases needs a file");
+      }
+    } else if (arg == "--standard") {
+      if (!value(v)) return Usage("--standard needs mainland or taiwan");
+      if (v == "mainland") {
+        settings.standard = quill::ReadingStandard::kMainland;
+      } else if (v == "taiwan") {
+        settings.standard = quill::ReadingStandard::kTaiwan;
+      } else {
+        return Usage("unknown standard '" + v + "' (mainland or taiwan)");
+      }
     } else if (arg == "-i" || arg == "--input") {
       if (!value(v)) return Usage(arg + " needs a file");
       inputFile = v;
@@ -272,6 +314,7 @@ int main(int argc, char** argv) {
   if (exportFormat == "html") {
     const std::string exportText = quill::Trim(text);
     const auto page = quill::BuildPhoneticPage(exportText, settings, engine);
+    ReportPhraseProblems(engine.userPhrases());
     if (page.status == quill::ExportPage::Status::kTableMissing) {
       std::cerr << quill::kTableMissingMessage << "\n";
       return 3;
@@ -281,6 +324,7 @@ int main(int argc, char** argv) {
   }
 
   auto result = engine.LookUp(text, settings);
+  ReportPhraseProblems(engine.userPhrases());
   if (result.outcome == quill::LookUpEngine::Outcome::kTableMissing) {
     std::cerr << quill::kTableMissingMessage << "\n";
     return 3;
