@@ -18,8 +18,11 @@ build=${QUILLMERE_BUILD:-$root/build}
 work=$build/accuracy
 mkdir -p "$work"
 
-table=${1:-$root/data/zhuyintable}
-[ $# -gt 0 ] && shift
+table=$root/data/zhuyintable
+if [ $# -gt 0 ] && [ "$1" != "--" ]; then
+  table=$1
+  shift
+fi
 [ "${1:-}" = "--" ] && shift
 if [ ! -f "$table" ]; then
   git -C "$root" show "$table" >"$work/table"
