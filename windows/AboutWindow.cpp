@@ -12,13 +12,14 @@
 
 #include "windows/App.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/OneInstance.hpp"
 #include "windows/Pictures.hpp"
 
 namespace quill {
 
 namespace {
 
-AboutWindow* instance = nullptr;
+OneInstance<AboutWindow> instance;
 
 // Pixel sizes: the layout was drawn at 72 dpi.
 QFont SizedFont(const QWidget* widget, int pixels, bool bold = false) {
@@ -41,11 +42,10 @@ QLabel* CentredLabel(QWidget* parent, const char* name, const QString& text,
 }  // namespace
 
 AboutWindow* AboutWindow::Instance() {
-  if (instance == nullptr) instance = new AboutWindow();
-  return instance;
+  return instance.Get([] { return new AboutWindow(); });
 }
 
-AboutWindow* AboutWindow::Existing() { return instance; }
+AboutWindow* AboutWindow::Existing() { return instance.Existing(); }
 
 AboutWindow::AboutWindow()
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
@@ -95,14 +95,12 @@ AboutWindow::AboutWindow()
           &AboutWindow::_FileCloseWindow_Action);
 }
 
-AboutWindow::~AboutWindow() {
-  if (instance == this) instance = nullptr;
-}
+AboutWindow::~AboutWindow() { instance.Forget(this); }
 
 void AboutWindow::closeEvent(QCloseEvent* event) {
   QWidget::closeEvent(event);
   // Gone for the accessor at once; Qt frees it on the next turn of the loop.
-  if (event->isAccepted() && instance == this) instance = nullptr;
+  if (event->isAccepted()) instance.Forget(this);
 }
 
 // The link is a plain label that acts as one.

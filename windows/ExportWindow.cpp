@@ -9,12 +9,13 @@
 #include <utility>
 
 #include "windows/MainWindow.hpp"
+#include "windows/OneInstance.hpp"
 
 namespace quill {
 
 namespace {
 
-ExportWindow* instance = nullptr;
+OneInstance<ExportWindow> instance;
 
 std::function<QString(const QString&)>& SaveHandler() {
   static std::function<QString(const QString&)> handler;
@@ -24,11 +25,10 @@ std::function<QString(const QString&)>& SaveHandler() {
 }  // namespace
 
 ExportWindow* ExportWindow::Instance() {
-  if (instance == nullptr) instance = new ExportWindow();
-  return instance;
+  return instance.Get([] { return new ExportWindow(); });
 }
 
-ExportWindow* ExportWindow::Existing() { return instance; }
+ExportWindow* ExportWindow::Existing() { return instance.Existing(); }
 
 // A movable modal dialog: a title bar, no close box; Cancel or Continue
 // are the ways out.
@@ -41,9 +41,7 @@ ExportWindow::ExportWindow()
   setFixedSize(272, 125);
   // A closed dialog is gone for the accessor at once, even though Qt frees
   // it only on the next turn of the event loop. Hiding is not closing.
-  connect(this, &QDialog::finished, this, [this] {
-    if (instance == this) instance = nullptr;
-  });
+  connect(this, &QDialog::finished, this, [this] { instance.Forget(this); });
 
   // The captions belong to this layout; they are not translated texts.
   StaticText1 = new QLabel(QStringLiteral("Format:"), this);
@@ -73,14 +71,12 @@ ExportWindow::ExportWindow()
           &ExportWindow::PushButton2_Action);
 }
 
-ExportWindow::~ExportWindow() {
-  if (instance == this) instance = nullptr;
-}
+ExportWindow::~ExportWindow() { instance.Forget(this); }
 
 void ExportWindow::closeEvent(QCloseEvent* event) {
   QDialog::closeEvent(event);
   // Also when closed while hidden, which ends no dialog and so says nothing.
-  if (event->isAccepted() && instance == this) instance = nullptr;
+  if (event->isAccepted()) instance.Forget(this);
 }
 
 // Escape is the cancel button's key: it hides, as the button does, where

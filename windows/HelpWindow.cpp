@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "windows/MenuBar1.hpp"
+#include "windows/OneInstance.hpp"
 #include "windows/TextConstants.hpp"
 #include "windows/WindowMenuManager.hpp"
 
@@ -16,16 +17,15 @@ namespace quill {
 
 namespace {
 
-HelpWindow* instance = nullptr;
+OneInstance<HelpWindow> instance;
 
 }  // namespace
 
 HelpWindow* HelpWindow::Instance() {
-  if (instance == nullptr) instance = new HelpWindow();
-  return instance;
+  return instance.Get([] { return new HelpWindow(); });
 }
 
-HelpWindow* HelpWindow::Existing() { return instance; }
+HelpWindow* HelpWindow::Existing() { return instance.Existing(); }
 
 HelpWindow::HelpWindow()
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint |
@@ -68,14 +68,12 @@ HelpWindow::HelpWindow()
   Event_Open();
 }
 
-HelpWindow::~HelpWindow() {
-  if (instance == this) instance = nullptr;
-}
+HelpWindow::~HelpWindow() { instance.Forget(this); }
 
 void HelpWindow::closeEvent(QCloseEvent* event) {
   QWidget::closeEvent(event);
   // Gone for the accessor at once; Qt frees it on the next turn of the loop.
-  if (event->isAccepted() && instance == this) instance = nullptr;
+  if (event->isAccepted()) instance.Forget(this);
 }
 
 void HelpWindow::resizeEvent(QResizeEvent* event) {

@@ -27,6 +27,7 @@
 #include "windows/Canvas.hpp"
 #include "windows/ExportWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/ModeSwitch.hpp"
 #include "windows/MsgBox.hpp"
 #include "windows/Pictures.hpp"
 #include "windows/WindowMenuManager.hpp"
@@ -40,7 +41,6 @@ using L = LockedLayout;
 // The window as created; the least size of converter mode at start-up.
 constexpr int kCreatedWidth = 300;
 constexpr int kCreatedHeight = 453;
-constexpr int kMaxSize = 32000;
 
 // The splitter: its least top, the room kept below it, and the gaps.
 constexpr int kWidgetTopLimit = 114;
@@ -48,19 +48,6 @@ constexpr int kSpaceBelowWidget = 150;
 constexpr int kWidgetGap = 10;
 constexpr int kSpaceBelowResult = 22;
 constexpr int kLeastMinHeight = 453;
-
-// The mode switch: dictionary mode's fixed size, converter mode's least
-// size after a switch, and the animation's steps and their travel.
-constexpr QSize kDictionarySize(300, 453);
-constexpr int kConverterLeastWidth = 560;
-constexpr int kConverterLeastHeight = 600;
-constexpr int kZoomSteps = 4;
-constexpr int kZoomTravel = 35;
-
-// A size step of the animation, worked out in double precision.
-int Stepped(int present, double change) {
-  return static_cast<int>(std::lround(present + change));
-}
 
 QPointer<MainWindow>& TheInstance() {
   static QPointer<MainWindow> instance;
@@ -79,7 +66,7 @@ QFont FieldFont(int pixels) {
 QString ToQ(const std::string& s) { return QString::fromStdString(s); }
 
 // A switch as the tone settings hold it.
-std::string Switch(bool on) { return on ? "1" : "0"; }
+std::string OnOff(bool on) { return on ? "1" : "0"; }
 
 // `window` fitted into the available area of the screen it is on, or of
 // the primary screen when it is on none.
@@ -179,10 +166,7 @@ void MainWindow::CreateControls() {
   StaticText1->setFont(FieldFont(11));
   layout_.Add(StaticText1, {20, 14, 252, 20}, L::kNone);
 
-  Timer1 = new QTimer(this);
-  Timer1->setObjectName("Timer1");
-  Timer1->setInterval(1);
-  connect(Timer1, &QTimer::timeout, this, [this] { Timer1_Action(); });
+  modeSwitch_ = std::make_unique<ModeSwitch>(*this);
 
   TextField = new QPlainTextEdit(content_);
   TextField->setObjectName("TextField");
@@ -272,7 +256,7 @@ void MainWindow::Widget_Open() {
 
 void MainWindow::Event_Open() {
   OpenControls();
-  zoomCounter = 0;
+  modeSwitch_->zoomCounter = 0;
   const int width = Settings::MainWindowWidth();
   const int height = Settings::MainWindowHeight();
   if (width > 300 && height > 448) {
@@ -301,7 +285,7 @@ void MainWindow::Event_Open() {
   // Sizes set so far are no user's resizing: the mode is not yet converter.
   knownSize_ = QSize(Width(), Height());
   layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
-  indicateTonesPrefValue = Switch(Settings::IndicateTones());
+  indicateTonesPrefValue = OnOff(Settings::IndicateTones());
   mode = Mode::kConverter;
   CharacterField->setVisible(false);
   TextField->setVisible(true);
@@ -496,7 +480,7 @@ LookUpEngine& MainWindow::Engine() {
 
 void MainWindow::LookUp() {
   const bool segmentation = Settings::ShowSegmentation();
-  ShowMultipleReadingsPrefValue = Switch(Settings::ShowMultipleReadings());
+  ShowMultipleReadingsPrefValue = OnOff(Settings::ShowMultipleReadings());
   LookUpSettings settings = CurrentSettings();
   settings.segmentation = segmentation;
 
@@ -569,92 +553,9 @@ void MainWindow::ConverterModeButton_MouseUp() {
   if (mode == Mode::kDictionary) StartModeSwitching();
 }
 
-void MainWindow::StartModeSwitching() {
-  originalWidth = Width();
-  originalHeight = Height();
-  if (mode == Mode::kConverter) {
-    // The shrinking steps resize in converter mode and so overwrite the
-    // converter size; the last step puts these copies back.
-    windowWidthTemp = mainWindowWidth;
-    windowHeightTemp = mainWindowHeight;
-    TextFieldResultTemp = ResultFieldText();
-    QRect rect = layout_.Rect(CharacterField);
-    rect.setSize(layout_.Rect(TextField).size());
-    layout_.SetRect(CharacterField, rect);
-    CharacterField->setVisible(true);
-    TextField->setVisible(false);
-    // Kept for the record only: every start is in converter mode.
-    Settings::SetDefaultMode(Mode::kDictionary);
-  } else {
-    CharacterFieldResultTemp = ResultFieldText();
-    Settings::SetDefaultMode(Mode::kConverter);
-  }
-  ResultField->clear();
-  // The limits of the mode being left would hold back the animation's own
-  // size changes; the last step sets those of the new mode.
-  SetLimits(kDictionarySize, QSize(kMaxSize, kMaxSize));
-  Timer1->start();
-}
+void MainWindow::StartModeSwitching() { modeSwitch_->Start(); }
 
-// Four steps move the fields and the window, the fifth settles the new
-// mode, the sixth stops the timer. The mode changes only in the fifth, so it
-// tells the direction all along.
-void MainWindow::Timer1_Action() {
-  const int targetWidth = std::max(mainWindowWidth, kConverterLeastWidth);
-  const int targetHeight = std::max(mainWindowHeight, kConverterLeastHeight);
-  if (zoomCounter > kZoomSteps) {
-    zoomCounter = 0;
-    Timer1->stop();
-    return;
-  }
-  if (mode == Mode::kConverter) {
-    // A window that is large in one direction only keeps its size.
-    const bool resizing = originalWidth > kDictionarySize.width() &&
-                          originalHeight > kDictionarySize.height();
-    if (zoomCounter == kZoomSteps) {
-      if (resizing) SetSize(kDictionarySize.width(), kDictionarySize.height());
-      mode = Mode::kDictionary;
-      mainWindowWidth = windowWidthTemp;
-      mainWindowHeight = windowHeightTemp;
-      SetResultFieldText(CharacterFieldResultTemp);
-      CharacterField->setFocus();
-      SetLimits(kDictionarySize, kDictionarySize);
-    } else if (zoomCounter < kZoomSteps) {
-      if (resizing) {
-        SetSize(Stepped(Width(), -(originalWidth - kDictionarySize.width()) /
-                                     static_cast<double>(kZoomSteps)),
-                Stepped(Height(), -(originalHeight - kDictionarySize.height()) /
-                                      static_cast<double>(kZoomSteps)));
-      }
-      MoveFields(-kZoomTravel);
-    }
-  } else {
-    const bool resizing =
-        originalWidth < targetWidth && originalHeight < targetHeight;
-    if (zoomCounter == kZoomSteps) {
-      if (resizing) SetSize(targetWidth, targetHeight);
-      mode = Mode::kConverter;
-      QRect rect = layout_.Rect(TextField);
-      rect.setSize(layout_.Rect(CharacterField).size());
-      layout_.SetRect(TextField, rect);
-      TextField->setVisible(true);
-      TextField->setFocus();
-      CharacterField->setVisible(false);
-      SetLimits(QSize(kConverterLeastWidth, kConverterLeastHeight),
-                QSize(kMaxSize, kMaxSize));
-      SetResultFieldText(TextFieldResultTemp);
-    } else if (zoomCounter < kZoomSteps) {
-      if (resizing) {
-        SetSize(Stepped(Width(), (targetWidth - originalWidth) /
-                                     static_cast<double>(kZoomSteps)),
-                Stepped(Height(), (targetHeight - originalHeight) /
-                                      static_cast<double>(kZoomSteps)));
-      }
-      MoveFields(kZoomTravel);
-    }
-  }
-  ++zoomCounter;
-}
+void MainWindow::Timer1_Action() { modeSwitch_->Step(); }
 
 // The result field's top moves by `travel` and its bottom stays; the input
 // field grows by as much. Taken after any size change of the step, which
@@ -682,7 +583,7 @@ void MainWindow::SetResultFieldText(const std::string& text) {
 void MainWindow::Export() {
   const std::string exportText =
       mode == Mode::kConverter ? TextFieldTemp : CharacterFieldTemp;
-  ShowMultipleReadingsPrefValue = Switch(Settings::ShowMultipleReadings());
+  ShowMultipleReadingsPrefValue = OnOff(Settings::ShowMultipleReadings());
   if (Trim(exportText).empty()) return;
 
   ExportWindow* dialog = ExportWindow::Instance();

@@ -23,6 +23,7 @@ class QTimer;
 namespace quill {
 
 class Canvas;
+class ModeSwitch;
 
 class MainWindow : public QWidget {
   Q_OBJECT
@@ -38,16 +39,9 @@ class MainWindow : public QWidget {
   SystemSet PinyinSystemsPrefValue;
   std::string UseToneNumbersPrefValue;
   std::string indicateTonesPrefValue;
-  int zoomCounter = 0;
-  int originalWidth = 0;
-  int originalHeight = 0;
   Mode mode = Mode::kDictionary;  // until Open settles in converter mode
-  std::string CharacterFieldResultTemp;
-  std::string TextFieldResultTemp;
   int mainWindowWidth = 0;
   int mainWindowHeight = 0;
-  int windowWidthTemp = 0;
-  int windowHeightTemp = 0;
   std::string ShowMultipleReadingsPrefValue;
   std::string TextFieldTemp;
   std::string CharacterFieldTemp;
@@ -61,7 +55,6 @@ class MainWindow : public QWidget {
   QLineEdit* CharacterField = nullptr;
   QPlainTextEdit* ResultField = nullptr;
   QLabel* StaticText1 = nullptr;
-  QTimer* Timer1 = nullptr;
   QPlainTextEdit* TextField = nullptr;
   Canvas* Widget = nullptr;
   Canvas* DimpleIcon = nullptr;
@@ -71,11 +64,15 @@ class MainWindow : public QWidget {
 
   // Reads the input field and shows the result in ResultField.
   void LookUp();
-  // The mode switch, animated by Timer1; the mode buttons that start it
+  // The mode switch, animated by its Timer1; the mode buttons that start it
   // stay hidden, and showing them is all it takes to offer it.
   void StartModeSwitching();
   // One step of the switch's animation: Timer1's event.
   void Timer1_Action();
+  ModeSwitch& Switch() { return *modeSwitch_; }
+
+  // The greatest size of the content in either direction.
+  static constexpr int kMaxSize = 32000;
   // Writes the last look-up's input to a file the user picks, as plain text
   // or as a page with phonetic guides, after the choice in ExportWindow.
   void Export();
@@ -127,6 +124,8 @@ class MainWindow : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  friend class ModeSwitch;
+
   void CreateControls();
   void OpenControls();
   void ContentResized(QSize size);
@@ -153,6 +152,7 @@ class MainWindow : public QWidget {
 
   QWidget* content_ = nullptr;
   LockedLayout layout_;
+  std::unique_ptr<ModeSwitch> modeSwitch_;  // made with the controls
   std::unique_ptr<LookUpEngine> engine_;
   QSize knownSize_;         // the size Event_Resized last saw or Open set
   QPoint knownPosition_;    // the position Event_Moved last saw or Open set

@@ -15,13 +15,14 @@
 #include "windows/App.hpp"
 #include "windows/MainWindow.hpp"
 #include "windows/MsgBox.hpp"
+#include "windows/OneInstance.hpp"
 #include "windows/TextConstants.hpp"
 
 namespace quill {
 
 namespace {
 
-PreferencesWindow* instance = nullptr;
+OneInstance<PreferencesWindow> instance;
 
 // Sizes are given in pixels, as the layout was drawn at 72 dpi: a point
 // size would grow the notes out of their boxes on a 96 dpi screen.
@@ -61,11 +62,10 @@ class CentredCheckStyle : public QProxyStyle {
 }  // namespace
 
 PreferencesWindow* PreferencesWindow::Instance() {
-  if (instance == nullptr) instance = new PreferencesWindow();
-  return instance;
+  return instance.Get([] { return new PreferencesWindow(); });
 }
 
-PreferencesWindow* PreferencesWindow::Existing() { return instance; }
+PreferencesWindow* PreferencesWindow::Existing() { return instance.Existing(); }
 
 PreferencesWindow::PreferencesWindow()
     : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint |
@@ -76,9 +76,7 @@ PreferencesWindow::PreferencesWindow()
   setFixedSize(300, 409);
   // A closed dialog is gone for the accessor at once, even though Qt frees
   // it only on the next turn of the event loop.
-  connect(this, &QDialog::finished, this, [this] {
-    if (instance == this) instance = nullptr;
-  });
+  connect(this, &QDialog::finished, this, [this] { instance.Forget(this); });
 
   ListBox1 = new QTreeWidget(this);
   ListBox1->setObjectName("ListBox1");
@@ -172,9 +170,7 @@ PreferencesWindow::PreferencesWindow()
   Event_Open();
 }
 
-PreferencesWindow::~PreferencesWindow() {
-  if (instance == this) instance = nullptr;
-}
+PreferencesWindow::~PreferencesWindow() { instance.Forget(this); }
 
 void PreferencesWindow::ListBox1_Open() {
   const QString heading =

@@ -12,6 +12,7 @@
 
 #include "WindowTestSupport.hpp"
 #include "windows/Canvas.hpp"
+#include "windows/ModeSwitch.hpp"
 #include "windows/Pictures.hpp"
 
 using namespace quill;
@@ -75,7 +76,7 @@ class ModeSwitchTest : public QObject {
     MainWindow* window = StartMainWindow();
     Press(window->DictModeButton);
     QCOMPARE(window->mode, Mode::kConverter);
-    QVERIFY(!window->Timer1->isActive());
+    QVERIFY(!window->Switch().Timer1->isActive());
     QVERIFY(Shows(window->DictModeButton, dictmode()));
     QCOMPARE(Stored("DefaultMode"), QString());
   }
@@ -87,7 +88,7 @@ class ModeSwitchTest : public QObject {
     Press(window->ConverterModeButton);
     QVERIFY(Shows(window->DictModeButton, dictmode()));
     QVERIFY(Shows(window->ConverterModeButton, convertermode_on()));
-    QVERIFY(!window->Timer1->isActive());
+    QVERIFY(!window->Switch().Timer1->isActive());
     QCOMPARE(window->mode, Mode::kConverter);
   }
 
@@ -103,8 +104,8 @@ class ModeSwitchTest : public QObject {
     Press(window->DictModeButton);
     QVERIFY(Shows(window->DictModeButton, dictmode_on()));
     QVERIFY(Shows(window->ConverterModeButton, convertermode()));
-    QVERIFY(window->Timer1->isActive());
-    QCOMPARE(window->Timer1->interval(), 1);
+    QVERIFY(window->Switch().Timer1->isActive());
+    QCOMPARE(window->Switch().Timer1->interval(), 1);
     QCOMPARE(Result(), QString());  // empty while the fields travel
     QCOMPARE(Stored("DefaultMode"), QString("0"));
     QVERIFY(window->CharacterField->isVisible());
@@ -115,10 +116,10 @@ class ModeSwitchTest : public QObject {
     QCOMPARE(Result(), QString());
     Tick(window, 1);
     QCOMPARE(window->mode, Mode::kDictionary);
-    QVERIFY(window->Timer1->isActive());
+    QVERIFY(window->Switch().Timer1->isActive());
     Tick(window, 1);
-    QVERIFY(!window->Timer1->isActive());
-    QCOMPARE(window->zoomCounter, 0);
+    QVERIFY(!window->Switch().Timer1->isActive());
+    QCOMPARE(window->Switch().zoomCounter, 0);
 
     QCOMPARE(Size(), QSize(300, 453));
     QCOMPARE(Least(), QSize(300, 453));
@@ -143,7 +144,7 @@ class ModeSwitchTest : public QObject {
     QCOMPARE(Stored("DefaultMode"), QString("1"));
     QCOMPARE(Result(), QString());
     Tick(window, kTicks);
-    QVERIFY(!window->Timer1->isActive());
+    QVERIFY(!window->Switch().Timer1->isActive());
     QCOMPARE(window->mode, Mode::kConverter);
     QCOMPARE(Size(), QSize(700, 650));
     QCOMPARE(Least(), QSize(560, 600));
@@ -253,21 +254,22 @@ class ModeSwitchTest : public QObject {
     Press(window->ConverterModeButton);
     QVERIFY(Shows(window->DictModeButton, dictmode()));
     QVERIFY(Shows(window->ConverterModeButton, convertermode_on()));
-    QCOMPARE(window->TextFieldResultTemp, converterResult);
-    QCOMPARE(window->originalWidth, 700);
-    QCOMPARE(window->zoomCounter, 2);
+    QCOMPARE(window->Switch().TextFieldResultTemp, converterResult);
+    QCOMPARE(window->Switch().originalWidth, 700);
+    QCOMPARE(window->Switch().zoomCounter, 2);
 
     prefs_->Write("DefaultMode", "x");
     Press(window->DictModeButton);
     QCOMPARE(Stored("DefaultMode"), QString("0"));
-    QCOMPARE(window->originalWidth, 500);
-    QCOMPARE(window->originalHeight, height);
-    QCOMPARE(window->TextFieldResultTemp, std::string());
-    QCOMPARE(window->windowWidthTemp, 500);  // what the shrinking saved
-    QCOMPARE(window->zoomCounter, 2);        // the count goes on
+    QCOMPARE(window->Switch().originalWidth, 500);
+    QCOMPARE(window->Switch().originalHeight, height);
+    QCOMPARE(window->Switch().TextFieldResultTemp, std::string());
+    QCOMPARE(window->Switch().windowWidthTemp,
+             500);                              // what the shrinking saved
+    QCOMPARE(window->Switch().zoomCounter, 2);  // the count goes on
 
     Tick(window, kTicks - 2);
-    QVERIFY(!window->Timer1->isActive());
+    QVERIFY(!window->Switch().Timer1->isActive());
     QCOMPARE(window->mode, Mode::kDictionary);
     QCOMPARE(Size(), QSize(300, 453));
     // Four moving steps in all, not six.
@@ -284,11 +286,11 @@ class ModeSwitchTest : public QObject {
     MainWindow* window = Start();
     Press(window->DictModeButton);
     QTRY_COMPARE(window->mode, Mode::kDictionary);
-    QTRY_VERIFY(!window->Timer1->isActive());
-    QCOMPARE(window->zoomCounter, 0);
+    QTRY_VERIFY(!window->Switch().Timer1->isActive());
+    QCOMPARE(window->Switch().zoomCounter, 0);
     Press(window->ConverterModeButton);
     QTRY_COMPARE(window->mode, Mode::kConverter);
-    QTRY_VERIFY(!window->Timer1->isActive());
+    QTRY_VERIFY(!window->Switch().Timer1->isActive());
     QCOMPARE(Size(), QSize(560, 600));
   }
 
