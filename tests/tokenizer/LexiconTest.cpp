@@ -112,7 +112,10 @@ TEST_F(LexiconTest, AFileThatIsNoWordListIsRefused) {
   std::string error;
   Lexicon missing;
   EXPECT_FALSE(missing.Load(Path("nothing here"), &error));
-  EXPECT_NE(error.find("nothing here"), std::string::npos);
+  EXPECT_EQ(error, Path("nothing here") + ": No such file or directory");
+  std::filesystem::create_directory(Path("a folder"));
+  EXPECT_FALSE(missing.Load(Path("a folder"), &error));
+  EXPECT_EQ(error, Path("a folder") + ": not a file");
 }
 
 TEST_F(LexiconTest, TheShippedListLoadsAndKnowsCommonWords) {
