@@ -30,8 +30,7 @@ bool MapFile(const std::string& path, Mapping& out, std::string* error) {
   const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat st {};
   if (fd < 0 || fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-    *error =
-        path + ": " + (fd < 0 || errno ? std::strerror(errno) : "not a file");
+    *error = path + ": " + (fd < 0 ? std::strerror(errno) : "not a file");
     if (fd >= 0) close(fd);
     return false;
   }

@@ -11,7 +11,7 @@ namespace {
 
 enum class Kind {
   kChinese,  // Chinese characters
-  kLetters,  // letters and digits
+  kLetters,  // wide letters and digits
   kSpace,    // white space and line ends: a boundary already
   kInvalid,  // bytes that are not UTF-8: left alone, no blank beside them
   kMark,     // any other character
@@ -23,17 +23,15 @@ bool IsChinese(std::uint32_t c) {
          c == 0x3007;
 }
 
-bool IsLetterOrDigit(std::uint32_t c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
-         (c >= 'a' && c <= 'z') ||
-         (c >= 0xC0 && c <= 0x24F && c != 0xD7 && c != 0xF7) ||
-         (c >= 0x300 && c <= 0x52F) ||  // accents, Greek, Cyrillic
-         (c >= 0xFF10 && c <= 0xFF19) || (c >= 0xFF21 && c <= 0xFF3A) ||
+// Letters and digits from U+2000 on, which would otherwise be wide marks with
+// a blank around each: a run of them stays whole. Letters below U+2000 need
+// no class of their own, since there a mark takes no blank either.
+bool IsWideLetter(std::uint32_t c) {
+  return (c >= 0xFF10 && c <= 0xFF19) || (c >= 0xFF21 && c <= 0xFF3A) ||
          (c >= 0xFF41 && c <= 0xFF5A) ||  // full-width
          (c >= 0x3041 && c <= 0x30FF) || (c >= 0xAC00 && c <= 0xD7AF) ||
-         // Zhuyin letters and tone marks: a typed syllable stays whole.
-         (c >= 0x3105 && c <= 0x312F) || (c >= 0x31A0 && c <= 0x31BF) ||
-         c == 0x2C7 || c == 0x2CA || c == 0x2CB || c == 0x2D9;
+         // Zhuyin letters: a typed syllable stays whole.
+         (c >= 0x3105 && c <= 0x312F) || (c >= 0x31A0 && c <= 0x31BF);
 }
 
 bool IsSpace(std::uint32_t c) {
@@ -47,7 +45,7 @@ Kind KindOf(std::string_view text, std::size_t pos, Utf8Char c) {
     return Kind::kInvalid;
   }
   if (IsChinese(c.code)) return Kind::kChinese;
-  if (IsLetterOrDigit(c.code)) return Kind::kLetters;
+  if (IsWideLetter(c.code)) return Kind::kLetters;
   if (IsSpace(c.code)) return Kind::kSpace;
   return Kind::kMark;
 }

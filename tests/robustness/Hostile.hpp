@@ -1,5 +1,5 @@
-// Helpers for the hostile-input tests: random bytes, byte escapes in the
-// case files, and quillmere-cli as a real process.
+// Helpers for the hostile-input tests: random bytes, and quillmere-cli as a
+// real process.
 #pragma once
 
 #include <sys/wait.h>
@@ -43,34 +43,6 @@ inline std::string RandomBytes(std::size_t size, std::uint64_t seed) {
     }
   }
   return bytes;
-}
-
-// Turns "\xNN", "\0", "\t", "\r", "\n" and "\\" into their bytes; the case
-// files are plain text, the bytes they describe are not.
-inline std::string Unescape(const std::string& text) {
-  std::string out;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\' || i + 1 >= text.size()) {
-      out += text[i];
-      continue;
-    }
-    const char kind = text[++i];
-    if (kind == 'x' && i + 2 < text.size()) {
-      out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-      i += 2;
-    } else if (kind == '0') {
-      out += '\0';
-    } else if (kind == 't') {
-      out += '\t';
-    } else if (kind == 'r') {
-      out += '\r';
-    } else if (kind == 'n') {
-      out += '\n';
-    } else {
-      out += kind;
-    }
-  }
-  return out;
 }
 
 struct CliRun {

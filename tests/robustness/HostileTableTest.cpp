@@ -16,9 +16,6 @@
 namespace quill {
 namespace {
 
-const std::string kMissing =
-    "The data file is missing. Please reinstall the application.\n";
-
 LookUpSettings ZhuyinOnly(Mode mode = Mode::kConverter) {
   LookUpSettings settings;
   settings.mode = mode;
@@ -53,7 +50,6 @@ struct NoTextCase {
   void (*make)(const std::string& path);
 };
 const NoTextCase kNoText[] = {
-    {"no file", [](const std::string&) {}},
     {"empty file",
      [](const std::string& p) { std::ofstream(p, std::ios::binary); }},
     {"a folder",
@@ -83,31 +79,6 @@ TEST_F(HostileTableTest, NoTextMeansTheTableIsMissing) {
   LookUpEngine engine(files);
   EXPECT_EQ(engine.LookUp("中", ZhuyinOnly()).outcome,
             LookUpEngine::Outcome::kTableMissing);
-}
-
-TEST_F(HostileTableTest, TheCliExitsWithThreeWhenTheTableHasNoText) {
-  for (const NoTextCase& c : kNoText) {
-    SCOPED_TRACE(c.name);
-    std::filesystem::remove_all(Path("zhuyintable"));
-    c.make(Path("zhuyintable"));
-    const hostile::CliRun run = Cli("中");
-    EXPECT_EQ(run.status, 3);
-    EXPECT_EQ(run.out, kMissing);
-    EXPECT_EQ(Cli("--export html 中").status, 3);
-  }
-  const hostile::CliRun run = hostile::RunCli("--table /dev/null 中");
-  EXPECT_EQ(run.status, 3);
-  EXPECT_EQ(run.out, kMissing);
-}
-
-TEST_F(HostileTableTest, AMissingTableIsLookedForAgainAtTheNextLookUp) {
-  LookUpEngine engine(FilesWithTable(""));
-  EXPECT_EQ(engine.LookUp("中", ZhuyinOnly()).outcome,
-            LookUpEngine::Outcome::kTableMissing);
-  WriteFile(Path("zhuyintable"), "中   ㄓㄨㄥ\n");
-  const auto result = engine.LookUp("中", ZhuyinOnly());
-  EXPECT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
-  EXPECT_EQ(result.text, ZhuyinBlock("ㄓㄨㄥ "));
 }
 
 // The readings are the bytes from the seventh byte of the key's line up to
@@ -169,53 +140,6 @@ TEST_F(HostileTableTest, KeysWithoutReadingBytesStillLetTheRestThrough) {
     EXPECT_NE(page.text.find("<ruby>中<rt>ㄓㄨㄥ</rt></ruby>"),
               std::string::npos);
   }
-}
-
-// 50 MB, less where every step is slow.
-std::size_t TableSize() { return (hostile::Shrunk() ? 4 : 50) << 20; }
-
-// Every character from U+4E00 on for a while, with blanks and line ends.
-std::string Input() {
-  std::string input;
-  for (std::uint32_t code = 0x4E00; code < 0x4E00 + 3000; ++code) {
-    input += Chr(code);
-    if (code % 17 == 0) input += ' ';
-    if (code % 61 == 0) input += '\n';
-  }
-  return input;
-}
-
-// Random bytes as the table: whatever is found there, the look-up, the page
-// and the CLI finish, and give the same result each time.
-TEST_F(HostileTableTest, RandomBytesAsTheTable) {
-  WriteFile(Path("zhuyintable"), hostile::RandomBytes(TableSize(), 20240611));
-  const std::string input = Input();
-  // Two engines, each loading the table once, for every mode.
-  LookUpEngine engine(FilesWithTable(std::nullopt));
-  LookUpEngine again(FilesWithTable(std::nullopt));
-  for (const Mode mode : {Mode::kConverter, Mode::kDictionary}) {
-    SCOPED_TRACE(static_cast<int>(mode));
-    LookUpSettings settings;
-    settings.mode = mode;
-    const auto first = engine.LookUp(input, settings);
-    EXPECT_EQ(first.outcome, LookUpEngine::Outcome::kShown);
-    EXPECT_EQ(engine.LookUp(input, settings).text, first.text);
-    EXPECT_EQ(again.LookUp(input, settings).text, first.text);
-    if (mode == Mode::kConverter) {
-      const auto page = BuildPhoneticPage(input, settings, engine);
-      EXPECT_EQ(page.status, ExportPage::Status::kDone);
-      EXPECT_EQ(BuildPhoneticPage(input, settings, again).text, page.text);
-    }
-  }
-}
-
-TEST_F(HostileTableTest, TheCliTakesRandomBytesAsTheTable) {
-  WriteFile(Path("zhuyintable"), hostile::RandomBytes(TableSize(), 20240611));
-  WriteFile(Path("input.txt"), Input());
-  const hostile::CliRun run = Cli("-i '" + Path("input.txt") + "'");
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(Cli("-i '" + Path("input.txt") + "'").out, run.out);
-  EXPECT_EQ(Cli("--export html -i '" + Path("input.txt") + "'").status, 0);
 }
 
 // A line of megabytes, as a table whose line ends were damaged leaves: its

@@ -1,157 +1,99 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <functional>
+#include <map>
+
+#include "tests/text/CaseTable.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
 namespace {
 
-TEST(TextOps, CharacterFormsCountCharactersAndByteFormsCountBytes) {
-  const std::string s = "a中b文";
-  EXPECT_EQ(Len(s), 4u);
-  EXPECT_EQ(LenB(s), 8u);
-  EXPECT_EQ(Mid(s, 2, 1), "中");
-  EXPECT_EQ(Mid(s, 3), "b文");
-  EXPECT_EQ(Mid(s, 0, 1), "a");
-  EXPECT_EQ(Mid(s, 9, 1), "");
-  EXPECT_EQ(MidB(s, 2, 3), "中");
-  EXPECT_EQ(MidB(s, 8, 5), "\x87");
-  EXPECT_EQ(MidB(s, 9, 1), "");
-  EXPECT_EQ(Left(s, 2), "a中");
-  EXPECT_EQ(Right(s, 2), "b文");
-  EXPECT_EQ(Right(s, 10), s);
-  EXPECT_EQ(Left(s, 0), "");
+using Args = std::vector<std::string>;
+
+long Number(const std::string& s) { return std::stol(s); }
+
+std::string Decimal(double value) {
+  char buffer[32];
+  std::snprintf(buffer, sizeof buffer, "%g", value);
+  return buffer;
 }
 
-TEST(TextOps, AscAndChrRoundTripCodePoints) {
-  for (std::uint32_t code :
-       {0x41u, 0xFFu, 0x100u, 0x3105u, 0x4E2Du, 0x1F600u}) {
-    EXPECT_EQ(Asc(Chr(code)), code);
-  }
-  EXPECT_EQ(Asc(""), 0u);
-  EXPECT_EQ(AscB("中"), 0xE4);
-  EXPECT_EQ(Chr(0xD800), "");  // a surrogate has no UTF-8
-  EXPECT_EQ(Chr(0x110000), "");
-}
+// Each routine with its arguments as text and its result as text.
+const std::map<std::string, std::function<std::string(const Args&)>> kRoutines =
+    {
+        {"Len", [](const Args& a) { return Str(Len(a.at(0))); }},
+        {"LenB", [](const Args& a) { return Str(LenB(a.at(0))); }},
+        {"Mid",
+         [](const Args& a) {
+           return Mid(a.at(0), Number(a.at(1)), Number(a.at(2)));
+         }},
+        {"MidB",
+         [](const Args& a) {
+           return MidB(a.at(0), Number(a.at(1)), Number(a.at(2)));
+         }},
+        {"Left", [](const Args& a) { return Left(a.at(0), Number(a.at(1))); }},
+        {"Right",
+         [](const Args& a) { return Right(a.at(0), Number(a.at(1))); }},
+        {"AscChr",
+         [](const Args& a) {
+           return Str(Asc(Chr(static_cast<std::uint32_t>(Number(a.at(0))))));
+         }},
+        {"Asc", [](const Args& a) { return Str(Asc(a.at(0))); }},
+        {"AscB", [](const Args& a) { return Str(AscB(a.at(0))); }},
+        {"Chr",
+         [](const Args& a) {
+           return Chr(static_cast<std::uint32_t>(Number(a.at(0))));
+         }},
+        {"IsValidUtf8",
+         [](const Args& a) { return Str(IsValidUtf8(a.at(0))); }},
+        {"InStrB",
+         [](const Args& a) {
+           return Str(InStrB(Number(a.at(0)), a.at(1), a.at(2)));
+         }},
+        {"InStr", [](const Args& a) { return Str(InStr(a.at(0), a.at(1))); }},
+        {"Replace",
+         [](const Args& a) { return Replace(a.at(0), a.at(1), a.at(2)); }},
+        // The in-place form must give what the copying form gives.
+        {"ReplaceAll",
+         [](const Args& a) {
+           std::string inPlace = a.at(0);
+           ReplaceAllInPlace(inPlace, a.at(1), a.at(2));
+           const std::string copy = ReplaceAll(a.at(0), a.at(1), a.at(2));
+           return inPlace == copy ? copy : "in place: " + inPlace;
+         }},
+        {"Equals", [](const Args& a) { return Str(Equals(a.at(0), a.at(1))); }},
+        // Trim, TrimView and TrimInPlace leave the same.
+        {"Trim",
+         [](const Args& a) {
+           std::string inPlace = a.at(0);
+           TrimInPlace(inPlace);
+           const std::string trimmed = Trim(a.at(0));
+           if (inPlace != trimmed) return "in place: " + inPlace;
+           if (TrimView(a.at(0)) != trimmed) return "view: " + trimmed;
+           return trimmed;
+         }},
+        {"CountFields",
+         [](const Args& a) { return Str(CountFields(a.at(0), a.at(1))); }},
+        {"NthField",
+         [](const Args& a) {
+           return NthField(a.at(0), a.at(1), Number(a.at(2)));
+         }},
+        {"Val", [](const Args& a) { return Decimal(Val(a.at(0))); }},
+        {"Str", [](const Args& a) { return Str(Number(a.at(0))); }},
+};
 
-TEST(TextOps, InvalidBytesAreCharactersOfTheirOwn) {
-  // A lone continuation byte, a truncated sequence, an overlong form and an
-  // encoded surrogate: each byte counts once and keeps its value.
-  const std::string s =
-      "\x80"
-      "\xE4\xB8"
-      "\xC0\xAF"
-      "\xED\xA0\x80"
-      "x";
-  EXPECT_EQ(Len(s), 9u);
-  EXPECT_EQ(Asc(Mid(s, 1, 1)), 0x80u);
-  EXPECT_EQ(Asc(Mid(s, 2, 1)), 0xE4u);
-  EXPECT_EQ(Mid(s, 9, 1), "x");
-  EXPECT_FALSE(IsValidUtf8(s));
-  EXPECT_TRUE(IsValidUtf8("中文 abc"));
-  // A NUL is an ordinary character.
-  EXPECT_EQ(Len(std::string("a\0b", 3)), 3u);
-}
-
-TEST(TextOps, InStrBSearchesBytesFromAOneBasedStart) {
-  const std::string s = "中\n文\n";
-  EXPECT_EQ(InStrB(0, s, "中"), 1);
-  EXPECT_EQ(InStrB(1, s, "\n"), 4);
-  EXPECT_EQ(InStrB(5, s, "\n"), 8);
-  EXPECT_EQ(InStrB(9, s, "\n"), 0);
-  EXPECT_EQ(InStrB(0, s, "x"), 0);
-  EXPECT_EQ(InStrB(0, s, ""), 0);
-  EXPECT_EQ(InStrB(0, "ABC", "b"), 0);  // the byte form keeps letter case
-  EXPECT_EQ(InStr("a中Bc", "bC"), 3);   // the character form does not
-  EXPECT_EQ(InStr("abc", ""), 0);
-}
-
-TEST(TextOps, ReplaceTakesTheFirstOccurrenceIgnoringLetterCase) {
-  EXPECT_EQ(Replace("ㄇㄚㄇㄚ", "ㄇ", "m"), "mㄚㄇㄚ");
-  EXPECT_EQ(Replace("UNG ung", "ung", "ong"), "ong ung");
-  EXPECT_EQ(Replace("abc", "x", "y"), "abc");
-  EXPECT_EQ(Replace("abc", "", "y"), "abc");
-  EXPECT_EQ(ReplaceAll("( a ( b", "( ", "("), "(a (b");
-  EXPECT_EQ(ReplaceAll("AaA", "a", "b"), "bbb");
-  // Accents count: ü is not u.
-  EXPECT_EQ(Replace("lüe", "u", "x"), "lüe");
-}
-
-TEST(TextOps, EqualsIgnoresLetterCaseButNotAccents) {
-  EXPECT_TRUE(Equals("Bus error", "BUS ERROR"));
-  EXPECT_FALSE(Equals("Bus error", "Bus error\n"));
-  EXPECT_FALSE(Equals("ü", "u"));
-  EXPECT_FALSE(Equals("Ü", "ü"));  // only ASCII letters fold
-}
-
-TEST(TextOps, TrimTakesWhiteSpaceAndLineEndsOffBothEnds) {
-  EXPECT_EQ(Trim(" \t\r\n中 文\n\r "), "中 文");
-  EXPECT_EQ(Trim("   "), "");
-  EXPECT_EQ(Trim(""), "");
-  std::string s = "\n a \r";
-  TrimInPlace(s);
-  EXPECT_EQ(s, "a");
-}
-
-TEST(TextOps, FieldsSplitOnASeparatorString) {
-  EXPECT_EQ(CountFields("ㄓㄨㄥ  ㄓㄨㄥˋ", "  "), 2);
-  EXPECT_EQ(CountFields("ㄓㄨㄥ", "  "), 1);
-  EXPECT_EQ(CountFields("", "  "), 1);
-  EXPECT_EQ(CountFields("a   b", "  "), 2);  // three blanks: one separator
-  EXPECT_EQ(NthField("a  b  c", "  ", 2), "b");
-  EXPECT_EQ(NthField("a  b  c", "  ", 3), "c");
-  EXPECT_EQ(NthField("a  b  c", "  ", 4), "");
-  EXPECT_EQ(NthField("a  b", " ", 1), "a");
-  EXPECT_EQ(NthField("a  b", "  ", 0), "");
-}
-
-TEST(TextOps, ValReadsTheNumberAtTheHead) {
-  EXPECT_EQ(Val("301"), 301);
-  EXPECT_EQ(Val(" -12x"), -12);
-  EXPECT_EQ(Val("1.5"), 1.5);
-  EXPECT_EQ(Val("2e3"), 2000);
-  EXPECT_EQ(Val("ma"), 0);
-  EXPECT_EQ(Val(""), 0);
-  EXPECT_EQ(Val("3"), 3);
-  EXPECT_EQ(Str(-42), "-42");
-}
-
-// The in-place form gives what ReplaceAll gives, on needles whose first byte
-// is a blank or is common, overlapping ones, letters in either case, and a
-// replacement longer than what it replaces.
-TEST(TextOps, ReplaceAllInPlaceAgreesWithReplaceAll) {
-  struct Case {
-    const char* text;
-    const char* find;
-    const char* with;
-  };
-  const Case cases[] = {
-      {"a ) b ) )", " )", ")"},
-      {"(( ( ", "( ", "("},
-      {"“ “  x“ ", "“ ", "“"},
-      {"aaaa", "aa", "a"},
-      {"   ", "  ", "_"},
-      {"AbAB ab", "ab", ""},
-      {"no match here", "( ", "("},
-      {"x", "xyz", ""},
-      {"tail )", " )", ")"},
-      {"ab", "b", "bbb"},
-      {"", " )", ")"},
-      {"( )", "", "!"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.text) + " / " + c.find);
-    std::string s = c.text;
-    ReplaceAllInPlace(s, c.find, c.with);
-    EXPECT_EQ(s, ReplaceAll(c.text, c.find, c.with));
-  }
-  // The search for a needle that opens with a blank finds the first match.
-  EXPECT_EQ(InStr("a  ) )", " )"), 3);
-  EXPECT_EQ(InStrB(0, "ab  )", "  )"), 3);
-}
-
-TEST(TextOps, TrimViewLeavesWhatTrimLeaves) {
-  for (const char* s : {"", " \t", " a b \r\n", "x", "\v\fx y\f"}) {
-    EXPECT_EQ(TrimView(s), Trim(s));
+TEST(TextOps, EveryRoutineGivesItsTableResult) {
+  const auto rows = ReadCaseTable("text/textops.txt");
+  ASSERT_GE(rows.size(), 90u);
+  for (const auto& row : rows) {
+    SCOPED_TRACE("textops.txt:" + row[0] + " " + row[1]);
+    ASSERT_GE(row.size(), 3u);
+    const auto routine = kRoutines.find(row[1]);
+    ASSERT_NE(routine, kRoutines.end());
+    const Args args(row.begin() + 2, row.end() - 1);
+    EXPECT_EQ(routine->second(args), row.back());
   }
 }
 
