@@ -301,14 +301,22 @@ def chewing_words(syllables, mainland, neutral):
     return result
 
 
-def taiwan_first_readings(chewing, table, kmandarin):
+def taiwan_first_readings(chewing, table, kmandarin, essay, st):
     """{char: reading}: a character's first reading by the Taiwan standard,
     for the characters where it is not zhuyintable's first.
 
     The reading weighed by the frequencies of libchewing's words that hold
     the character decides when it clearly wins over the table's first
-    reading; Unihan kMandarin's second value (Taiwan's where the two
+    reading, unless the character is mostly used on its own (都, whose
+    words are 首都 and 都市 but whose use is the adverb) or is mainly the
+    Simplified form of another character (万, 几: its Traditional forms
+    decide); Unihan kMandarin's second value (Taiwan's where the two
     standards differ) decides first."""
+    in_words = {}
+    for word, count in essay.items():
+        if len(word) > 1:
+            for ch in set(word):
+                in_words[ch] = in_words.get(ch, 0) + count
     weights = {}
     for text, (readings, freq) in chewing.items():
         if len(text) < 2:
@@ -325,6 +333,10 @@ def taiwan_first_readings(chewing, table, kmandarin):
             continue  # particles: 的 and 了 stand alone far more often
         tw = None
         values = src_readings(kmandarin.get(ch, ""))
+        if st.get(ch, [ch])[0] != ch or (
+                essay.get(ch, 0) >= 1000 and
+                essay[ch] >= in_words.get(ch, 0) / 2):
+            continue
         if len(values) > 1:
             tw = values[1]
         elif ch in weights:
@@ -482,7 +494,9 @@ def main():
 
     chewing = chewing_words(syllables, mainland,
                             cedict_neutral(cedict, syllables))
-    tw_first = taiwan_first_readings(chewing, table, unihan["kMandarin"])
+    st = src.read_opencc_st()
+    tw_first = taiwan_first_readings(chewing, table, unihan["kMandarin"],
+                                     essay, st)
     # Simplified forms share the Taiwan reading of their Traditional forms
     # (those of libchewing's words, by OpenCC either way) when these agree.
     in_words = {c for w in chewing if len(w) > 1 for c in w}
@@ -492,7 +506,7 @@ def main():
     for trad, simp in zip(traditional, ps.opencc(traditional)):
         if simp != trad and len(simp) == 1:
             sources.setdefault(simp, set()).add(trad)
-    for simp, forms in src.read_opencc_st().items():
+    for simp, forms in st.items():
         sources.setdefault(simp, set()).update(
             f for f in forms if f != simp and f in in_words)
     for simp, forms in sorted(sources.items()):
