@@ -45,7 +45,7 @@ import sys
 import hanzi_sources as src
 import phrase_sources as ps
 from chewing_dict import read_chewing
-from make_zhuyintable import pinlu_counts
+from make_zhuyintable import pinlu_counts, unihan_readings
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ZHUYINTABLE = os.path.join(os.path.dirname(HERE), "data", "zhuyintable")
@@ -142,7 +142,7 @@ def rarity(word, readings, pinlu):
     factor = 1.0
     for ch, r in zip(word, readings):
         counts = pinlu.get(ch)
-        if counts and r not in ("˙",):
+        if counts:
             top = max(counts.values())
             own = counts.get(r, 0)
             if own == 0:
@@ -332,7 +332,7 @@ def taiwan_first_readings(chewing, table, kmandarin, essay, st):
         if first is None or first.endswith("˙"):
             continue  # particles: 的 and 了 stand alone far more often
         tw = None
-        values = src_readings(kmandarin.get(ch, ""))
+        values = unihan_readings(kmandarin.get(ch, ""))
         if st.get(ch, [ch])[0] != ch or (
                 essay.get(ch, 0) >= 1000 and
                 essay[ch] >= in_words.get(ch, 0) / 2):
@@ -349,11 +349,6 @@ def taiwan_first_readings(chewing, table, kmandarin, essay, st):
         if tw and tw != first:
             result[ch] = tw
     return result
-
-
-def src_readings(value):
-    from make_zhuyintable import unihan_readings
-    return unihan_readings(value)
 
 
 def build_taiwan(chewing, cedict, syllables, mainland_alone, table, tw_first,
