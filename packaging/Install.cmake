@@ -23,6 +23,18 @@ if(TARGET Tokenizer)
   list(APPEND quillmere_programs Tokenizer)
 endif()
 install(TARGETS ${quillmere_programs} RUNTIME DESTINATION ${QUILLMERE_INSTALL_DIR})
+# A stripped installation (cmake --install --strip, and the package) also
+# drops the compilers' version notes, the .comment section, as Debian's own
+# packages do.
+if(CMAKE_OBJCOPY)
+  foreach(program IN LISTS quillmere_programs)
+    install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+  execute_process(COMMAND \"${CMAKE_OBJCOPY}\" --remove-section=.comment
+    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${QUILLMERE_INSTALL_DIR}/${program}\"
+    COMMAND_ERROR_IS_FATAL ANY)
+endif()")
+  endforeach()
+endif()
 
 # bin/ links, made in the build folder and installed as links.
 file(MAKE_DIRECTORY ${quillmere_packaging_out}/bin)
@@ -62,6 +74,20 @@ foreach(page IN LISTS quillmere_manpages)
   install(FILES ${output} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 
+# Copyright and licences of the programs and of every data file, and the
+# release history, where Debian keeps them for each package. The changelog is
+# compressed like the manual pages.
+set(quillmere_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/quillmere)
+install(FILES ${quillmere_packaging_dir}/copyright DESTINATION ${quillmere_doc_dir})
+set(quillmere_changelog ${quillmere_packaging_out}/changelog.gz)
+add_custom_command(OUTPUT ${quillmere_changelog}
+  COMMAND ${CMAKE_COMMAND} -E copy ${quillmere_packaging_dir}/changelog
+          ${quillmere_packaging_out}/changelog
+  COMMAND ${QUILLMERE_GZIP} -9nf ${quillmere_packaging_out}/changelog
+  DEPENDS ${quillmere_packaging_dir}/changelog VERBATIM)
+list(APPEND quillmere_packaging_outputs ${quillmere_changelog})
+install(FILES ${quillmere_changelog} DESTINATION ${quillmere_doc_dir})
+
 # Desktop integration, only with the window application.
 if(TARGET quillmere)
   install(FILES ${quillmere_packaging_dir}/quillmere.desktop
@@ -96,7 +122,8 @@ if(TARGET quillmere)
 endif()
 add_custom_target(quillmere_packaging ALL DEPENDS ${quillmere_packaging_outputs})
 
-# The Debian package: cpack -G DEB in the build folder, or packaging/build-package.sh.
+# The Debian package: packaging/build-package.sh, which builds with Debian's
+# hardening flags (cpack -G DEB in any build folder makes it without them).
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillmere)
 set(CPACK_PACKAGE_VENDOR Quillmere)

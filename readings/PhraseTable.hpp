@@ -1,0 +1,99 @@
+// Words with their readings and costs, from a phrasereadings file:
+//
+//   WORD<TAB>READINGS<TAB>COST<LF>
+//
+// WORD is one or more Chinese characters, READINGS one Zhuyin syllable per
+// character separated by one blank, COST a decimal integer (lower means more
+// common). The file is mapped, not copied; a hash index of every prefix of
+// every word, built once at load, answers "which words start here" with one
+// probe per character. The index knows a prefix by a 64-bit hash of its
+// bytes alone: that two of the few million prefixes a text and a table ask
+// for share one is far less likely than a fault of the memory, and leaving
+// the file out of the probes halves the time of a look-up. Lines that don't
+// have this form are skipped, so a damaged file gives the lines that can be
+// read and a missing one gives an empty table.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quill {
+
+// The characters that words are made of: CJK ideographs (the unified block,
+// extensions A to H, the compatibility blocks) and 〇. Everything else ends a
+// word.
+bool IsHanzi(std::uint32_t code);
+
+class PhraseTable {
+ public:
+  // A word of the table that starts at a given place of a text.
+  struct Match {
+    std::uint32_t entry;  // for Word(), Readings(), Cost()
+    std::uint32_t bytes;  // its length in the text
+    std::uint32_t chars;  // its number of characters
+    std::uint32_t cost;
+  };
+
+  PhraseTable() = default;
+  ~PhraseTable();
+  PhraseTable(PhraseTable&& other) noexcept;
+  PhraseTable& operator=(PhraseTable&& other) noexcept;
+  PhraseTable(const PhraseTable&) = delete;
+  PhraseTable& operator=(const PhraseTable&) = delete;
+
+  // Maps the file read-only and indexes it. False, with an empty table, when
+  // the file can't be opened or mapped.
+  bool Open(const std::string& path);
+  // The same on text in memory, which the table keeps.
+  void Assign(std::string content);
+  void Clear();
+
+  std::size_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  // Lines that were not taken: malformed, a word seen before, no final LF.
+  std::size_t skippedLines() const { return skipped_; }
+
+  // Every word of the table that starts at byte `pos` of `text`, shortest
+  // first, into `out` (which is cleared first).
+  void WordsAt(std::string_view text, std::size_t pos,
+               std::vector<Match>& out) const;
+
+  std::string_view Word(std::uint32_t entry) const;
+  // The syllables of the word, one per character, separated by one blank.
+  std::string_view Readings(std::uint32_t entry) const;
+  std::uint32_t Cost(std::uint32_t entry) const;
+
+ private:
+  // A prefix of some word: the hash of its bytes and the line of a word
+  // that starts with it (the word itself when the prefix is a word), with
+  // what a look-up needs of that word. A free slot has wordBytes 0.
+  struct Slot {
+    std::uint64_t hash;
+    std::uint32_t line;  // offset of the line in the content
+    std::uint16_t cost;
+    std::uint8_t wordBytes;
+    std::uint8_t chars;
+  };
+
+  void Index();
+  void AddLine(std::size_t offset, std::size_t end);
+  const Slot* Find(std::uint64_t hash) const;
+  // Adds the prefix of `length` bytes of a word; false when it was known
+  // and stays as it was.
+  bool Insert(std::uint64_t hash, const Slot& word, std::size_t length);
+  void Grow();
+
+  std::string_view content_;
+  std::string owned_;    // content given by Assign
+  void* map_ = nullptr;  // content mapped by Open
+  std::size_t mapSize_ = 0;
+  std::vector<Slot> slots_;
+  std::size_t used_ = 0;
+  std::size_t size_ = 0;
+  std::size_t skipped_ = 0;
+};
+
+}  // namespace quill

@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "readings/ContextReadings.hpp"
+#include "readings/PhraseTable.hpp"
+#include "readings/UserPhrases.hpp"
+
+namespace quill {
+namespace {
+
+const std::string kData = std::string(QUILLMERE_TEST_DATA) + "/readings/";
+
+std::string ReadAll(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The rows of a table file: lines holding `separator`, split at it; lines
+// without it are comments.
+std::vector<std::vector<std::string>> Rows(const std::string& name,
+                                           char separator) {
+  std::vector<std::vector<std::string>> rows;
+  std::istringstream in(ReadAll(kData + name));
+  for (std::string line; std::getline(in, line);) {
+    if (line.find(separator) == std::string::npos) continue;
+    std::vector<std::string> fields;
+    std::istringstream cells(line);
+    for (std::string cell; std::getline(cells, cell, separator);) {
+      fields.push_back(cell);
+    }
+    if (line.back() == separator) fields.emplace_back();
+    rows.push_back(fields);
+  }
+  return rows;
+}
+
+std::string Unescape(const std::string& s) {
+  std::string out;
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    if (s[i] == '\\' && i + 1 < s.size()) {
+      const char c = s[++i];
+      out += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
+    } else {
+      out += s[i];
+    }
+  }
+  return out;
+}
+
+TEST(Readings, ChooseReadingsTable) {
+  PhraseTable table;
+  ASSERT_TRUE(table.Open(kData + "phrases"));
+  UserPhrases user(kData + "userphrases");
+  user.Refresh();
+  ASSERT_TRUE(user.Problems().empty());
+  const PhraseTable none;
+  const auto rows = Rows("choose.txt", '\t');
+  ASSERT_GE(rows.size(), 20u);
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 3u);
+    const auto readings =
+        ChooseReadings(row[1], table, row[0] == "user" ? user.Table() : none);
+    std::string got;
+    for (const auto r : readings) {
+      got += (got.empty() ? "" : " ") + (r.empty() ? "-" : std::string(r));
+    }
+    EXPECT_EQ(got, row[2]) << row[0] << " " << row[1];
+  }
+}
+
+TEST(Readings, PutFirstTable) {
+  const auto rows = Rows("putfirst.txt", '|');
+  ASSERT_GE(rows.size(), 7u);
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 3u);
+    EXPECT_EQ(PutFirst(row[0], row[1]), row[2]) << row[0] << "|" << row[1];
+  }
+}
+
+TEST(Readings, UserPhraseLinesTable) {
+  const auto rows = Rows("userlines.txt", '\t');
+  ASSERT_GE(rows.size(), 30u);
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 2u);
+    const ParsedUserPhrases parsed = ParseUserPhrases(Unescape(row[0]));
+    std::string got;
+    for (const auto& e : parsed.entries) {
+      got += (got.empty() ? "" : " | ") + e.word + "=" + e.readings;
+    }
+    for (const auto& p : parsed.problems) {
+      got +=
+          (got.empty() ? "" : " | ") + std::to_string(p.line) + ": " + p.what;
+    }
+    EXPECT_EQ(got, row[1]) << row[0];
+  }
+}
+
+// Every standard syllable reads alike as numbered pinyin and as Zhuyin.
+TEST(Readings, EveryStandardSyllable) {
+  std::istringstream in(ReadAll(std::string(QUILLMERE_SOURCE_DIR) +
+                                "/tools/standard_syllables.txt"));
+  int count = 0;
+  for (std::string zhuyin, pinyin; in >> zhuyin >> pinyin;) {
+    if (zhuyin == "#") {
+      std::getline(in, zhuyin);
+      continue;
+    }
+    if (zhuyin != "ㄝ") {
+      EXPECT_EQ(ReadingToZhuyin(pinyin + "4"), zhuyin + "ˋ");
+    }
+    EXPECT_EQ(ReadingToZhuyin(zhuyin + "ˇ"), zhuyin + "ˇ");
+    ++count;
+  }
+  EXPECT_GT(count, 400);
+  EXPECT_EQ(ReadingToZhuyin("ê2"), "ㄝˊ");
+}
+
+// A damaged file gives the lines that can be read.
+TEST(Readings, DamagedPhraseFiles) {
+  const std::string good = "中国\tㄓㄨㄥ ㄍㄨㄛˊ\t500\n";
+  const struct {
+    std::string content;
+    std::size_t entries;
+  } cases[] = {
+      {"", 0},
+      {good + "银\tㄧㄣˊ\t9", 1},                       // no final LF
+      {good + "银\tㄧㄣˊ\t9\r\n", 1},                   // CR
+      {good + std::string("银\0\tㄧㄣˊ\t9\n", 15), 1},  // NUL
+      {good + "银行\tㄧㄣˊ\t9\n", 1},                   // one syllable short
+      {good + "银行\tㄧㄣˊ  ㄏㄤˊ\t9\n", 1},            // two blanks
+      {good + "银\tyin2\t9\n", 1},                      // not Zhuyin
+      {good + "银\tㄧㄣˊ\t-9\n", 1},                    // no cost
+      {good + "a\tㄧㄣˊ\t9\n\n\t\t\n", 1},              // not Chinese, empty
+      {"银\tㄧㄣˊ\t9\n" + good + good, 2},              // unsorted, twice
+      {std::string(300, '\xE4') + "\tㄚ\t1\n" + good, 1},
+  };
+  for (const auto& c : cases) {
+    PhraseTable table;
+    table.Assign(c.content);
+    EXPECT_EQ(table.size(), c.entries) << c.content;
+    if (c.entries == 0) continue;
+    std::vector<PhraseTable::Match> words;
+    table.WordsAt("中国", 0, words);
+    ASSERT_EQ(words.size(), 1u) << c.content;
+    EXPECT_EQ(table.Readings(words[0].entry), "ㄓㄨㄥ ㄍㄨㄛˊ");
+  }
+  PhraseTable missing;
+  EXPECT_FALSE(missing.Open(kData + "no such file"));
+  EXPECT_TRUE(missing.empty());
+}
+
+std::string ReadingsOf(const PhraseTable& table, std::string_view word) {
+  std::vector<PhraseTable::Match> words;
+  table.WordsAt(word, 0, words);
+  if (words.empty() || words.back().bytes != word.size()) return "(none)";
+  return std::string(table.Readings(words.back().entry));
+}
+
+TEST(Readings, UserPhrasesAreReadAgainWhenTheyChange) {
+  const auto path = std::filesystem::temp_directory_path() /
+                    ("quillmere-phrases-" + std::to_string(getpid()));
+  std::filesystem::remove(path);
+  UserPhrases user(path.string());
+  EXPECT_TRUE(user.Refresh());
+  EXPECT_TRUE(user.Table().empty());
+  EXPECT_FALSE(user.HasUnreportedProblems());
+  EXPECT_FALSE(user.Refresh());
+  std::ofstream(path) << "银行 yin2 xing2\n银行 yin2 hang2\nbad\n";
+  EXPECT_TRUE(user.Refresh());
+  EXPECT_EQ(user.Table().size(), 1u);
+  EXPECT_EQ(ReadingsOf(user.Table(), "银行"),
+            "ㄧㄣˊ ㄏㄤˊ");  // the last line wins
+  EXPECT_TRUE(user.HasUnreportedProblems());
+  user.MarkProblemsReported();
+  EXPECT_FALSE(user.Refresh());
+  EXPECT_FALSE(user.HasUnreportedProblems());
+  std::ofstream(path) << "银行 yin2 xing2\n";
+  EXPECT_TRUE(user.Refresh());
+  EXPECT_EQ(ReadingsOf(user.Table(), "银行"), "ㄧㄣˊ ㄒㄧㄥˊ");
+  EXPECT_FALSE(user.HasUnreportedProblems());
+  std::filesystem::remove(path);
+  EXPECT_TRUE(user.Refresh());
+  EXPECT_TRUE(user.Table().empty());
+}
+
+}  // namespace
+}  // namespace quill
