@@ -247,6 +247,15 @@ def cedict_neutral(cedict, syllables):
     return result
 
 
+# Words whose tie libchewing settles on a colloquial or wrong reading, with
+# the reading of Taiwan's dictionary; they fix every phrase holding them.
+TAIWAN_FIXES = {
+    "什麼": ["ㄕㄣˊ", "ㄇㄜ˙"],
+    "怎麼": ["ㄗㄣˇ", "ㄇㄜ˙"],
+    "從而": ["ㄘㄨㄥˊ", "ㄦˊ"],
+}
+
+
 def chewing_words(syllables, mainland, neutral):
     """{phrase: (readings, frequency)}: libchewing's phrases by their most
     frequent reading, in citation tones.
@@ -297,6 +306,11 @@ def chewing_words(syllables, mainland, neutral):
             readings[-1] = NEUTRAL_SUFFIXES[text[-1]]
         for i in neutral.get(text, ()):
             readings[i] = ps.letters_of(readings[i]) + "˙"
+        for part, fixed in TAIWAN_FIXES.items():
+            at = text.find(part)
+            while at >= 0:
+                readings[at:at + len(part)] = fixed
+                at = text.find(part, at + 1)
         result[text] = (readings, top)
     return result
 
@@ -516,7 +530,8 @@ def main():
     write_phrases(os.path.join(out, "phrasereadings-tw"), prune(
         {w: (r, cost_of(p)) for w, (r, p) in taiwan.items()}))
 
-    lines = sorted(f"{c}\t{r}\n" for c, r in tw_first.items())
+    lines = sorted(f"{c}\t{r}\n" for c, r in tw_first.items()
+                   if ps.is_hanzi(c))
     lines.sort(key=lambda line: line.encode("utf-8"))
     path = os.path.join(out, "taiwanreadings")
     with open(path, "w", encoding="utf-8", newline="\n") as f:
