@@ -45,7 +45,7 @@ import sys
 import hanzi_sources as src
 import phrase_sources as ps
 from chewing_dict import read_chewing
-from make_zhuyintable import pinlu_counts
+from make_zhuyintable import pinlu_counts, unihan_readings
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ZHUYINTABLE = os.path.join(os.path.dirname(HERE), "data", "zhuyintable")
@@ -142,7 +142,7 @@ def rarity(word, readings, pinlu):
     factor = 1.0
     for ch, r in zip(word, readings):
         counts = pinlu.get(ch)
-        if counts and r not in ("˙",):
+        if counts:
             top = max(counts.values())
             own = counts.get(r, 0)
             if own == 0:
@@ -247,6 +247,15 @@ def cedict_neutral(cedict, syllables):
     return result
 
 
+# Words whose tie libchewing settles on a colloquial or wrong reading, with
+# the reading of Taiwan's dictionary; they fix every phrase holding them.
+TAIWAN_FIXES = {
+    "什麼": ["ㄕㄣˊ", "ㄇㄜ˙"],
+    "怎麼": ["ㄗㄣˇ", "ㄇㄜ˙"],
+    "從而": ["ㄘㄨㄥˊ", "ㄦˊ"],
+}
+
+
 def chewing_words(syllables, mainland, neutral):
     """{phrase: (readings, frequency)}: libchewing's phrases by their most
     frequent reading, in citation tones.
@@ -297,18 +306,31 @@ def chewing_words(syllables, mainland, neutral):
             readings[-1] = NEUTRAL_SUFFIXES[text[-1]]
         for i in neutral.get(text, ()):
             readings[i] = ps.letters_of(readings[i]) + "˙"
+        for part, fixed in TAIWAN_FIXES.items():
+            at = text.find(part)
+            while at >= 0:
+                readings[at:at + len(part)] = fixed
+                at = text.find(part, at + 1)
         result[text] = (readings, top)
     return result
 
 
-def taiwan_first_readings(chewing, table, kmandarin):
+def taiwan_first_readings(chewing, table, kmandarin, essay, st):
     """{char: reading}: a character's first reading by the Taiwan standard,
     for the characters where it is not zhuyintable's first.
 
     The reading weighed by the frequencies of libchewing's words that hold
     the character decides when it clearly wins over the table's first
-    reading; Unihan kMandarin's second value (Taiwan's where the two
+    reading, unless the character is mostly used on its own (都, whose
+    words are 首都 and 都市 but whose use is the adverb) or is mainly the
+    Simplified form of another character (万, 几: its Traditional forms
+    decide); Unihan kMandarin's second value (Taiwan's where the two
     standards differ) decides first."""
+    in_words = {}
+    for word, count in essay.items():
+        if len(word) > 1:
+            for ch in set(word):
+                in_words[ch] = in_words.get(ch, 0) + count
     weights = {}
     for text, (readings, freq) in chewing.items():
         if len(text) < 2:
@@ -324,7 +346,11 @@ def taiwan_first_readings(chewing, table, kmandarin):
         if first is None or first.endswith("˙"):
             continue  # particles: 的 and 了 stand alone far more often
         tw = None
-        values = src_readings(kmandarin.get(ch, ""))
+        values = unihan_readings(kmandarin.get(ch, ""))
+        if st.get(ch, [ch])[0] != ch or (
+                essay.get(ch, 0) >= 1000 and
+                essay[ch] >= in_words.get(ch, 0) / 2):
+            continue
         if len(values) > 1:
             tw = values[1]
         elif ch in weights:
@@ -337,11 +363,6 @@ def taiwan_first_readings(chewing, table, kmandarin):
         if tw and tw != first:
             result[ch] = tw
     return result
-
-
-def src_readings(value):
-    from make_zhuyintable import unihan_readings
-    return unihan_readings(value)
 
 
 def build_taiwan(chewing, cedict, syllables, mainland_alone, table, tw_first,
@@ -482,7 +503,9 @@ def main():
 
     chewing = chewing_words(syllables, mainland,
                             cedict_neutral(cedict, syllables))
-    tw_first = taiwan_first_readings(chewing, table, unihan["kMandarin"])
+    st = src.read_opencc_st()
+    tw_first = taiwan_first_readings(chewing, table, unihan["kMandarin"],
+                                     essay, st)
     # Simplified forms share the Taiwan reading of their Traditional forms
     # (those of libchewing's words, by OpenCC either way) when these agree.
     in_words = {c for w in chewing if len(w) > 1 for c in w}
@@ -492,7 +515,7 @@ def main():
     for trad, simp in zip(traditional, ps.opencc(traditional)):
         if simp != trad and len(simp) == 1:
             sources.setdefault(simp, set()).add(trad)
-    for simp, forms in src.read_opencc_st().items():
+    for simp, forms in st.items():
         sources.setdefault(simp, set()).update(
             f for f in forms if f != simp and f in in_words)
     for simp, forms in sorted(sources.items()):
@@ -507,7 +530,8 @@ def main():
     write_phrases(os.path.join(out, "phrasereadings-tw"), prune(
         {w: (r, cost_of(p)) for w, (r, p) in taiwan.items()}))
 
-    lines = sorted(f"{c}\t{r}\n" for c, r in tw_first.items())
+    lines = sorted(f"{c}\t{r}\n" for c, r in tw_first.items()
+                   if ps.is_hanzi(c))
     lines.sort(key=lambda line: line.encode("utf-8"))
     path = os.path.join(out, "taiwanreadings")
     with open(path, "w", encoding="utf-8", newline="\n") as f:
