@@ -518,7 +518,7 @@ void ToneStage(std::string& w, const ToneSettings& s, Marker marker) {
 std::string Convert(std::string_view reading, const ToneSettings& s,
                     std::span<const Row> rows, Marker marker,
                     bool trimWorkingText) {
-  const std::string text = Trim(reading);
+  const std::string_view text = TrimView(reading);
   const long count = CountFields(text, "  ");
   std::string result;
   // Walks the fields left to right, as NthField(text, "  ", index) would give
@@ -526,10 +526,10 @@ std::string Convert(std::string_view reading, const ToneSettings& s,
   std::size_t from = 0;
   for (long index = 1; index <= count; ++index) {
     const std::size_t end = text.find("  ", from);
-    const std::string field =
-        text.substr(from, end == std::string::npos ? end : end - from);
-    from = end == std::string::npos ? text.size() : end + 2;
-    std::string work = trimWorkingText ? Trim(field) : field;
+    const std::string_view field =
+        text.substr(from, end == std::string_view::npos ? end : end - from);
+    from = end == std::string_view::npos ? text.size() : end + 2;
+    std::string work(trimWorkingText ? TrimView(field) : field);
     if (index == 2) work.insert(0, "(");
     RunRows(rows, field, work);
     ToneStage(work, s, marker);
