@@ -92,19 +92,30 @@ constexpr Test WorkBeginsWithNone(std::string_view a, std::string_view b = {}) {
 struct TryNextRow {};
 constexpr TryNextRow kTryNextRow;
 
+// The letters of the Zhuyin block, U+3100 to U+313F, as one bit each: a
+// letter is the bytes E3 84 and one byte of 80 to BF. Any other text has no
+// bit.
+constexpr std::uint64_t LetterBit(std::string_view letter) {
+  if (letter.size() != 3 || letter[0] != '\xE3' || letter[1] != '\x84') {
+    return 0;
+  }
+  return std::uint64_t{1} << (static_cast<unsigned char>(letter[2]) & 0x3F);
+}
+
 struct Row {
   Test test;
   std::string_view find;       // replaced at its first occurrence
   std::string_view with;       // when the test passes
   std::string_view otherwise;  // when it fails; empty: nothing
   bool handsOver = false;      // when it fails, the row below is tried
+  std::uint64_t findBit = 0;   // LetterBit of `find`
 
   constexpr Row() = default;
   constexpr Row(Test t, std::string_view f, std::string_view w,
                 std::string_view o = {})
-      : test(t), find(f), with(w), otherwise(o) {}
+      : test(t), find(f), with(w), otherwise(o), findBit(LetterBit(f)) {}
   constexpr Row(Test t, std::string_view f, std::string_view w, TryNextRow)
-      : test(t), find(f), with(w), handsOver(true) {}
+      : test(t), find(f), with(w), handsOver(true), findBit(LetterBit(f)) {}
 };
 
 // One system's table out of its groups, in the order given.
@@ -116,13 +127,35 @@ constexpr auto Join(const Row (&... groups)[N]) {
   return rows;
 }
 
-// A row that hands over to the row below names the same letter, so that
-// RunRows may pass by every row whose letter the working text lacks.
-constexpr bool HandsOverWithinOneLetter(std::span<const Row> rows) {
+// ASCII and two-byte letters such as ü and ê, and not empty.
+constexpr bool IsLatin(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto b = static_cast<unsigned char>(text[i]);
+    if (b < 0x80) continue;
+    if (b < 0xC2 || b > 0xDF || i + 1 == text.size() ||
+        (static_cast<unsigned char>(text[i + 1]) & 0xC0) != 0x80) {
+      return false;
+    }
+    ++i;
+  }
+  return !text.empty();
+}
+
+// What RunRows relies on to pass rows by without a search. Every replacement
+// is Latin, so no row puts a Zhuyin letter into the working text, not even
+// next to stray bytes: the letters that the text holds before the first row
+// are all that any row can find. A row that hands over to the row below names
+// the same letter, so that when the letter is missing, both rows would do
+// nothing anyway.
+constexpr bool RowsAreSound(std::span<const Row> rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i].find.empty()) return false;
-    if (rows[i].handsOver &&
-        (i + 1 == rows.size() || rows[i + 1].find != rows[i].find)) {
+    const Row& row = rows[i];
+    if (row.find.empty() || !IsLatin(row.with) ||
+        !(row.otherwise.empty() || IsLatin(row.otherwise))) {
+      return false;
+    }
+    if (row.handsOver &&
+        (i + 1 == rows.size() || rows[i + 1].find != row.find)) {
       return false;
     }
   }
@@ -365,10 +398,8 @@ constexpr auto kZhuyin2Rows = Join(
     kMedialI, kZhuyin2MedialYu, kMedialU, kInitialsBToJ, kZhuyin2InitialsQToS,
     kZhuyin2Finals, kFinalsAngToEr, kZhuyin2MendLoneEn);
 
-static_assert(HandsOverWithinOneLetter(kPinyinRows) &&
-              HandsOverWithinOneLetter(kTongyongRows) &&
-              HandsOverWithinOneLetter(kWadeRows) &&
-              HandsOverWithinOneLetter(kZhuyin2Rows));
+static_assert(RowsAreSound(kPinyinRows) && RowsAreSound(kTongyongRows) &&
+              RowsAreSound(kWadeRows) && RowsAreSound(kZhuyin2Rows));
 
 // ---------------------------------------------------------------------------
 // The interpreter
@@ -383,8 +414,14 @@ std::size_t FindFirst(std::string_view work, std::string_view find) {
   if (std::none_of(find.begin(), find.end(), IsAsciiLetter)) {
     return work.find(find);
   }
+  const auto folded = [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+  };
   for (std::size_t at = 0; at + find.size() <= work.size(); ++at) {
-    if (Equals(work.substr(at, find.size()), find)) return at;
+    if (folded(work[at]) == folded(find[0]) &&
+        Equals(work.substr(at, find.size()), find)) {
+      return at;
+    }
   }
   return std::string_view::npos;
 }
@@ -466,17 +503,35 @@ bool Passes(const Test& test, std::string_view field, std::string_view work) {
   return false;
 }
 
+// The LetterBit of every Zhuyin letter in `text`. The first byte of a letter
+// is no continuation byte, so wherever a byte search finds a letter, the
+// letter is one of the characters counted here.
+std::uint64_t LettersHeld(std::string_view text) {
+  std::uint64_t held = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const Utf8Char c = DecodeChar(text, at);
+    if (c.code >= 0x3100 && c.code <= 0x313F) {
+      held |= std::uint64_t{1} << (c.code - 0x3100);
+    }
+    at += c.length;
+  }
+  return held;
+}
+
 // Runs a system's rows over one field. A row whose letter the working text
-// lacks can change nothing, and neither can the rows it hands over to, which
-// name the same letter: it is passed by before its test is made.
+// lacks can change nothing, and neither can the rows it hands over to: it is
+// passed by before its test is made, and for a Zhuyin letter before any
+// search (see RowsAreSound).
 void RunRows(std::span<const Row> rows, std::string_view field,
              std::string& work) {
+  const std::uint64_t held = LettersHeld(work);
   bool passingBy = false;  // a row replaced and handed over to the next
   for (const Row& row : rows) {
     if (passingBy) {
       passingBy = row.handsOver;
       continue;
     }
+    if (row.findBit != 0 && (held & row.findBit) == 0) continue;
     const std::size_t at = FindFirst(work, row.find);
     if (at == std::string_view::npos) continue;
     std::string_view with = row.with;
