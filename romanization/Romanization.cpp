@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <iterator>
 #include <span>
 #include <utility>
 #include <vector>
@@ -118,14 +117,8 @@ struct Row {
       : test(t), find(f), with(w), handsOver(true), findBit(LetterBit(f)) {}
 };
 
-// One system's table out of its groups, in the order given.
-template <std::size_t... N>
-constexpr auto Join(const Row (&... groups)[N]) {
-  std::array<Row, (N + ...)> rows;
-  auto out = rows.begin();
-  ((out = std::copy(std::begin(groups), std::end(groups), out)), ...);
-  return rows;
-}
+// A system's table: groups of rows, run in this order.
+using Table = std::span<const std::span<const Row>>;
 
 // ASCII and two-byte letters such as ü and ê, and not empty.
 constexpr bool IsLatin(std::string_view text) {
@@ -147,16 +140,18 @@ constexpr bool IsLatin(std::string_view text) {
 // are all that any row can find. A row that hands over to the row below names
 // the same letter, so that when the letter is missing, both rows would do
 // nothing anyway.
-constexpr bool RowsAreSound(std::span<const Row> rows) {
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const Row& row = rows[i];
-    if (row.find.empty() || !IsLatin(row.with) ||
-        !(row.otherwise.empty() || IsLatin(row.otherwise))) {
-      return false;
-    }
-    if (row.handsOver &&
-        (i + 1 == rows.size() || rows[i + 1].find != row.find)) {
-      return false;
+constexpr bool RowsAreSound(Table table) {
+  for (std::span<const Row> rows : table) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const Row& row = rows[i];
+      if (row.find.empty() || !IsLatin(row.with) ||
+          !(row.otherwise.empty() || IsLatin(row.otherwise))) {
+        return false;
+      }
+      if (row.handsOver &&
+          (i + 1 == rows.size() || rows[i + 1].find != row.find)) {
+        return false;
+      }
     }
   }
   return true;
@@ -164,9 +159,9 @@ constexpr bool RowsAreSound(std::span<const Row> rows) {
 
 // ---------------------------------------------------------------------------
 // The rows. Groups that several systems spell alike are written once and
-// joined into each system's table in the same order: ㄧ, ㄩ, ㄨ, the plain
-// initials, ㄓ to ㄙ, the finals, the Latin repairs, the mend for a syllable
-// that opens with ㄣ.
+// listed in each system's table, which runs its groups in the same order: ㄧ,
+// ㄩ, ㄨ, the plain initials, ㄓ to ㄙ, the finals, the Latin repairs, the mend
+// for a syllable that opens with ㄣ.
 
 // ㄧ: yi as a syllable of its own (ㄧ, ㄧㄣ, ㄧㄥ), y opening any other
 // syllable, i after an initial. All four systems.
@@ -230,55 +225,55 @@ constexpr Row kRepairsOfU[] = {
 };
 
 // ㄣ by itself came out of the finals as a bare "n".
-constexpr Row kMendLoneEn[] = {
-    {FirstLetterIs("ㄣ"), "n", "en"},
-};
+constexpr Row kMendLoneEn[] = {{FirstLetterIs("ㄣ"), "n", "en"}};
+
+// ㄓ ㄔ ㄕ ㄖ ㄗ ㄘ ㄙ, which every system spells one way when the letter
+// stands alone and another before a final: their rows, out of the two
+// spellings of each, in this order.
+constexpr std::array<Row, 7> ZhToS(const std::string_view (&alone)[7],
+                                   const std::string_view (&beforeFinal)[7]) {
+  constexpr std::string_view kLetters[] = {"ㄓ", "ㄔ", "ㄕ", "ㄖ",
+                                           "ㄗ", "ㄘ", "ㄙ"};
+  std::array<Row, 7> rows;
+  for (std::size_t i = 0; i < 7; ++i) {
+    rows[i] =
+        Row(StandsAlone(kLetters[i]), kLetters[i], alone[i], beforeFinal[i]);
+  }
+  return rows;
+}
 
 // ---------------------------------------------------------------------------
 // Hanyu Pinyin: ㄓ to ㄙ by themselves take an i; guei is gui, liou is liu.
 
-constexpr Row kPinyinInitialsQToS[] = {
-    {Always(), "ㄑ", "q"},
-    {Always(), "ㄒ", "x"},
-    {StandsAlone("ㄓ"), "ㄓ", "zhi", "zh"},
-    {StandsAlone("ㄔ"), "ㄔ", "chi", "ch"},
-    {StandsAlone("ㄕ"), "ㄕ", "shi", "sh"},
-    {StandsAlone("ㄖ"), "ㄖ", "ri", "r"},
-    {StandsAlone("ㄗ"), "ㄗ", "zi", "z"},
-    {StandsAlone("ㄘ"), "ㄘ", "ci", "c"},
-    {StandsAlone("ㄙ"), "ㄙ", "si", "s"},
-};
+constexpr Row kPinyinQX[] = {{Always(), "ㄑ", "q"}, {Always(), "ㄒ", "x"}};
+
+constexpr auto kPinyinZhToS =
+    ZhToS({"zhi", "chi", "shi", "ri", "zi", "ci", "si"},
+          {"zh", "ch", "sh", "r", "z", "c", "s"});
 
 constexpr Row kPinyinShortenings[] = {
     {Always(), "uei", "ui"},
     {Always(), "iou", "iu"},
 };
 
-constexpr auto kPinyinRows =
-    Join(kMedialI, kMedialYuWithDots, kMedialU, kInitialsBToJ,
-         kPinyinInitialsQToS, kFinalsAToAn, kFinalEnAfterFirst, kFinalsAngToEr,
-         kRepairsOfU, kPinyinShortenings, kMendLoneEn);
+constexpr std::span<const Row> kPinyinRows[] = {
+    kMedialI,       kMedialYuWithDots, kMedialU,           kInitialsBToJ,
+    kPinyinQX,      kPinyinZhToS,      kFinalsAToAn,       kFinalEnAfterFirst,
+    kFinalsAngToEr, kRepairsOfU,       kPinyinShortenings, kMendLoneEn,
+};
 
 // ---------------------------------------------------------------------------
 // Tongyong Pinyin: ㄩ is always yu, ㄑ and ㄒ share c and s with ㄘ and ㄙ,
 // ㄓ to ㄙ by themselves end in h, and guei and liou keep their vowels. No
 // spelling here holds a "ü", so the repair of ü never changes anything.
 
-constexpr Row kTongyongMedialYu[] = {
-    {Always(), "ㄩ", "yu"},
-};
+constexpr Row kTongyongMedialYu[] = {{Always(), "ㄩ", "yu"}};
 
-constexpr Row kTongyongInitialsQToS[] = {
-    {Always(), "ㄑ", "c"},
-    {Always(), "ㄒ", "s"},
-    {StandsAlone("ㄓ"), "ㄓ", "jhih", "jh"},
-    {StandsAlone("ㄔ"), "ㄔ", "chih", "ch"},
-    {StandsAlone("ㄕ"), "ㄕ", "shih", "sh"},
-    {StandsAlone("ㄖ"), "ㄖ", "rih", "r"},
-    {StandsAlone("ㄗ"), "ㄗ", "zih", "z"},
-    {StandsAlone("ㄘ"), "ㄘ", "cih", "c"},
-    {StandsAlone("ㄙ"), "ㄙ", "sih", "s"},
-};
+constexpr Row kTongyongQX[] = {{Always(), "ㄑ", "c"}, {Always(), "ㄒ", "s"}};
+
+constexpr auto kTongyongZhToS =
+    ZhToS({"jhih", "chih", "shih", "rih", "zih", "cih", "sih"},
+          {"jh", "ch", "sh", "r", "z", "c", "s"});
 
 constexpr Row kTongyongRepairs[] = {
     {Always(), "weng", "wong"},
@@ -286,10 +281,11 @@ constexpr Row kTongyongRepairs[] = {
     {Always(), "wen", "wun"},
 };
 
-constexpr auto kTongyongRows =
-    Join(kMedialI, kTongyongMedialYu, kMedialU, kInitialsBToJ,
-         kTongyongInitialsQToS, kFinalsAToAn, kFinalEnAfterFirst,
-         kFinalsAngToEr, kRepairsOfU, kTongyongRepairs, kMendLoneEn);
+constexpr std::span<const Row> kTongyongRows[] = {
+    kMedialI,       kTongyongMedialYu, kMedialU,         kInitialsBToJ,
+    kTongyongQX,    kTongyongZhToS,    kFinalsAToAn,     kFinalEnAfterFirst,
+    kFinalsAngToEr, kRepairsOfU,       kTongyongRepairs, kMendLoneEn,
+};
 
 // ---------------------------------------------------------------------------
 // Wade-Giles
@@ -302,15 +298,9 @@ constexpr Row kWadeInitials[] = {
     {Always(), "ㄑ", "ch'"}, {Always(), "ㄒ", "hs"},
 };
 
-constexpr Row kWadeInitialsZhToS[] = {
-    {StandsAlone("ㄓ"), "ㄓ", "chih", "ch"},
-    {StandsAlone("ㄔ"), "ㄔ", "ch'ih", "ch'"},
-    {StandsAlone("ㄕ"), "ㄕ", "shih", "sh"},
-    {StandsAlone("ㄖ"), "ㄖ", "jih", "j"},
-    {StandsAlone("ㄗ"), "ㄗ", "tzu", "ts"},
-    {StandsAlone("ㄘ"), "ㄘ", "tz'u", "ts'"},
-    {StandsAlone("ㄙ"), "ㄙ", "szu", "s"},
-};
+constexpr auto kWadeZhToS =
+    ZhToS({"chih", "ch'ih", "shih", "jih", "tzu", "tz'u", "szu"},
+          {"ch", "ch'", "sh", "j", "ts", "ts'", "s"});
 
 // ㄜ is o behind ㄍ, ㄎ, ㄏ (ko, k'o, ho) and ê everywhere else.
 constexpr Row kWadeFinals[] = {
@@ -349,9 +339,10 @@ constexpr Row kWadeYenAndLoneEn[] = {
     {FirstLetterIs("ㄣ"), "n", "ên"},
 };
 
-constexpr auto kWadeRows =
-    Join(kMedialI, kMedialYuWithDots, kMedialU, kWadeInitials,
-         kWadeInitialsZhToS, kWadeFinals, kWadeRepairs, kWadeYenAndLoneEn);
+constexpr std::span<const Row> kWadeRows[] = {
+    kMedialI,   kMedialYuWithDots, kMedialU,     kWadeInitials,
+    kWadeZhToS, kWadeFinals,       kWadeRepairs, kWadeYenAndLoneEn,
+};
 
 // ---------------------------------------------------------------------------
 // Zhuyin 2: every spelling comes straight out of the rows. ㄖ and ㄗ are
@@ -359,21 +350,13 @@ constexpr auto kWadeRows =
 // front of it wherever it stands, so ㄍㄨㄣ keeps its e (guen) and ㄣ by itself
 // is en without a mend.
 
-constexpr Row kZhuyin2MedialYu[] = {
-    {FirstLetterIs("ㄩ"), "ㄩ", "yu", "iu"},
-};
+constexpr Row kZhuyin2MedialYu[] = {{FirstLetterIs("ㄩ"), "ㄩ", "yu", "iu"}};
 
-constexpr Row kZhuyin2InitialsQToS[] = {
-    {Always(), "ㄑ", "ch"},
-    {Always(), "ㄒ", "sh"},
-    {StandsAlone("ㄓ"), "ㄓ", "jr", "j"},
-    {StandsAlone("ㄔ"), "ㄔ", "chr", "ch"},
-    {StandsAlone("ㄕ"), "ㄕ", "shr", "sh"},
-    {Always(), "ㄖ", "r"},
-    {Always(), "ㄗ", "tz"},
-    {StandsAlone("ㄘ"), "ㄘ", "tsz", "ts"},
-    {StandsAlone("ㄙ"), "ㄙ", "sz", "s"},
-};
+constexpr Row kZhuyin2QX[] = {{Always(), "ㄑ", "ch"}, {Always(), "ㄒ", "sh"}};
+
+constexpr auto kZhuyin2ZhToS =
+    ZhToS({"jr", "chr", "shr", "r", "tz", "tsz", "sz"},
+          {"j", "ch", "sh", "r", "tz", "ts", "s"});
 
 constexpr Row kZhuyin2Finals[] = {
     {Always(), "ㄚ", "a"},
@@ -390,13 +373,13 @@ constexpr Row kZhuyin2Finals[] = {
 
 // No syllable gives "een", so this changes no syllable; odd input such as
 // "ㄣeen" still meets it.
-constexpr Row kZhuyin2MendLoneEn[] = {
-    {FirstLetterIs("ㄣ"), "een", "en"},
-};
+constexpr Row kZhuyin2MendLoneEn[] = {{FirstLetterIs("ㄣ"), "een", "en"}};
 
-constexpr auto kZhuyin2Rows = Join(
-    kMedialI, kZhuyin2MedialYu, kMedialU, kInitialsBToJ, kZhuyin2InitialsQToS,
-    kZhuyin2Finals, kFinalsAngToEr, kZhuyin2MendLoneEn);
+constexpr std::span<const Row> kZhuyin2Rows[] = {
+    kMedialI,       kZhuyin2MedialYu, kMedialU,
+    kInitialsBToJ,  kZhuyin2QX,       kZhuyin2ZhToS,
+    kZhuyin2Finals, kFinalsAngToEr,   kZhuyin2MendLoneEn,
+};
 
 static_assert(RowsAreSound(kPinyinRows) && RowsAreSound(kTongyongRows) &&
               RowsAreSound(kWadeRows) && RowsAreSound(kZhuyin2Rows));
@@ -522,26 +505,27 @@ std::uint64_t LettersHeld(std::string_view text) {
 // lacks can change nothing, and neither can the rows it hands over to: it is
 // passed by before its test is made, and for a Zhuyin letter before any
 // search (see RowsAreSound).
-void RunRows(std::span<const Row> rows, std::string_view field,
-             std::string& work) {
+void RunRows(Table table, std::string_view field, std::string& work) {
   const std::uint64_t held = LettersHeld(work);
   bool passingBy = false;  // a row replaced and handed over to the next
-  for (const Row& row : rows) {
-    if (passingBy) {
-      passingBy = row.handsOver;
-      continue;
+  for (std::span<const Row> rows : table) {
+    for (const Row& row : rows) {
+      if (passingBy) {
+        passingBy = row.handsOver;
+        continue;
+      }
+      if (row.findBit != 0 && (held & row.findBit) == 0) continue;
+      const std::size_t at = FindFirst(work, row.find);
+      if (at == std::string_view::npos) continue;
+      std::string_view with = row.with;
+      if (Passes(row.test, field, work)) {
+        passingBy = row.handsOver;
+      } else {
+        with = row.otherwise;
+        if (with.empty()) continue;
+      }
+      work.replace(at, row.find.size(), with);
     }
-    if (row.findBit != 0 && (held & row.findBit) == 0) continue;
-    const std::size_t at = FindFirst(work, row.find);
-    if (at == std::string_view::npos) continue;
-    std::string_view with = row.with;
-    if (Passes(row.test, field, work)) {
-      passingBy = row.handsOver;
-    } else {
-      with = row.otherwise;
-      if (with.empty()) continue;
-    }
-    work.replace(at, row.find.size(), with);
   }
 }
 
@@ -571,8 +555,7 @@ void ToneStage(std::string& w, const ToneSettings& s, Marker marker) {
 // Converts every reading of the string and brackets the further ones:
 // "ㄇㄚ  ㄇㄛˊ  ㄇㄛˋ" gives "ma1(mo2,mo4)" in digits.
 std::string Convert(std::string_view reading, const ToneSettings& s,
-                    std::span<const Row> rows, Marker marker,
-                    bool trimWorkingText) {
+                    Table table, Marker marker, bool trimWorkingText) {
   const std::string_view text = TrimView(reading);
   const long count = CountFields(text, "  ");
   std::string result;
@@ -586,7 +569,7 @@ std::string Convert(std::string_view reading, const ToneSettings& s,
     from = end == std::string_view::npos ? text.size() : end + 2;
     std::string work(trimWorkingText ? TrimView(field) : field);
     if (index == 2) work.insert(0, "(");
-    RunRows(rows, field, work);
+    RunRows(table, field, work);
     ToneStage(work, s, marker);
     if (index == count && count > 1) {
       work += ")";
