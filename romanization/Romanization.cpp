@@ -19,10 +19,10 @@
 // two Latin repairs that read the working text; replacements act on the
 // working text, on the first occurrence of the letter only.
 //
-// The letters go into the working text through Replace's rules (ASCII letter
-// case ignored), and the tests count characters as Left and Mid do, so that
-// odd input behaves as the tables say and never crashes: a letter no row
-// names is copied through.
+// A replacement finds its text as Replace does (ASCII letter case ignored),
+// and the tests count characters as Left and Mid do, so that odd input
+// behaves as the tables say and never crashes: a letter no row names is
+// copied through.
 
 namespace quill {
 
