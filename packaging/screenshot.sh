@@ -1,15 +1,16 @@
 #!/usr/bin/env bash
-# Takes docs/screenshot.png for the README: the Quillmere window with a real
-# result. Under a virtual X display (xvfb-run) it starts BUILD_DIR/out/quillmere
-# with fresh settings, types TEXT with xdotool, presses Return, and captures
-# the window with ImageMagick's import.
+# Takes the pictures of the README: docs/screenshot.png, the Quillmere window
+# with a real result, and docs/preferences.png, the preferences window. Under
+# a virtual X display (xvfb-run) it starts BUILD_DIR/out/quillmere with fresh
+# settings, types TEXT with xdotool, presses Return, captures the window with
+# ImageMagick's import, then opens Edit > Preferences... and captures that.
 #
 # Usage: packaging/screenshot.sh [BUILD_DIR] [TEXT]   (defaults: build, 中文)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 if [ "${1:-}" = --inside-xvfb ]; then
-  app=$2 text=$3 output=$4
+  app=$2 text=$3 output=$4 preferences=$5
   # Fresh settings, so that the picture shows the defaults (all five systems)
   # and leaves the user's own alone.
   XDG_CONFIG_HOME=$(mktemp -d) XDG_RUNTIME_DIR=$(mktemp -d)
@@ -33,6 +34,11 @@ if [ "${1:-}" = --inside-xvfb ]; then
   xdotool key Return
   sleep 2
   import -window "$window" "$output"
+  xdotool key ctrl+comma
+  prefs=$(timeout 30 xdotool search --sync --onlyvisible --name '^Quillmere Preferences$' | head -n 1)
+  [ -n "$prefs" ] || { echo "screenshot: no Preferences window appeared" >&2; exit 1; }
+  sleep 1
+  import -window "$prefs" "$preferences"
   exit 0
 fi
 
@@ -47,5 +53,6 @@ source scripts/deps.sh
 quillmere_install_deps xvfb xauth xdotool imagemagick fonts-noto-cjk
 mkdir -p docs
 xvfb-run -a -s "-screen 0 1280x1024x24" \
-  "$0" --inside-xvfb "$app" "$text" "$PWD/docs/screenshot.png"
-echo "docs/screenshot.png"
+  "$0" --inside-xvfb "$app" "$text" "$PWD/docs/screenshot.png" \
+  "$PWD/docs/preferences.png"
+echo "docs/screenshot.png docs/preferences.png"

@@ -1,5 +1,9 @@
 #include "romanization/Romanization.hpp"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <span>
 #include <utility>
@@ -7,387 +11,527 @@
 
 #include "text/TextOps.hpp"
 
-// Each system is one ordered chain of first-occurrence replacements over the
-// Zhuyin letters. The chains are written out below row by row, numbered in
-// their order, so that each can be read against its table of spellings. The
-// tests of a row read the field (the reading as it came out of the reading
-// string); the replacements act on the working text. An "else" belongs to the
-// row above it; every other row runs whatever happened before.
+// Each system is one ordered table of rows over the Zhuyin letters, read by
+// RunRows. A row holds a test, a letter and its replacement, and what happens
+// when the test fails: nothing, another replacement of the same letter, or the
+// row below is tried instead (and passed by when this row replaces). Tests
+// read the field, the reading as it came out of the reading string, except
+// two Latin repairs that read the working text; replacements act on the
+// working text, on the first occurrence of the letter only.
 //
-// Everything here goes through the text operations (Replace ignores ASCII
-// letter case, Left/Mid count characters), so that odd input behaves as the
-// chains say and never crashes: a letter no row names is copied through.
+// A replacement finds its text as Replace does (ASCII letter case ignored),
+// and the tests count characters as Left and Mid do, so that odd input
+// behaves as the tables say and never crashes: a letter no row names is
+// copied through.
 
 namespace quill {
 
 namespace {
 
-using Pairs =
-    std::initializer_list<std::pair<std::string_view, std::string_view>>;
+// What a row tests, made by the functions below.
+struct Test {
+  enum Kind : std::uint8_t {
+    kAlways,
+    kBeginsWith,
+    kStandsAlone,
+    kStandsAloneUnlessNeutral,
+    kSecondBehindNeitherIOrYu,
+    kBehindNeitherIOrYu,
+    kWorkBeginsWithNone,
+  };
+  Kind kind = kAlways;
+  std::array<std::string_view, 3> of{};  // the letters it looks for
+};
 
-// The marks with which ㄧ and ㄨ stand alone, and those of ㄓ to ㄙ: the
-// neutral mark is only in the second set, so ㄧ˙ is "y" but ㄓ˙ is "zhi".
-constexpr std::string_view kThreeMarks[] = {"ˊ", "ˇ", "ˋ"};
-constexpr std::string_view kFourMarks[] = {"ˊ", "ˇ", "ˋ", "˙"};
+constexpr Test Always() { return {}; }
 
-// Replace, done in place. A text without ASCII letters (every Zhuyin letter
-// and mark) is found byte for byte, which is what Replace's case-blind
-// search finds too; only a Latin text needs the case-blind search.
-void Rep(std::string& work, std::string_view find, std::string_view with) {
-  if (find.empty()) return;
-  for (char c : find) {
-    if ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') {
-      work = Replace(work, find, with);
-      return;
+// The field begins with one of the texts.
+constexpr Test BeginsWith(std::string_view a, std::string_view b = {},
+                          std::string_view c = {}) {
+  return {Test::kBeginsWith, {a, b, c}};
+}
+
+constexpr Test FirstLetterIs(std::string_view a, std::string_view b = {},
+                             std::string_view c = {}) {
+  return BeginsWith(a, b, c);
+}
+
+// The first two characters of the field are the letter (blanks trimmed), or
+// the letter and a tone mark: ㄓ, ㄓˊ and ㄓ˙ all stand alone.
+constexpr Test StandsAlone(std::string_view letter) {
+  return {Test::kStandsAlone, {letter}};
+}
+
+// As StandsAlone, but the neutral mark does not count: ㄧˊ stands alone and
+// ㄧ˙ does not, so ㄧ˙ is spelled as if a final followed.
+constexpr Test StandsAloneUnlessNeutral(std::string_view letter) {
+  return {Test::kStandsAloneUnlessNeutral, {letter}};
+}
+
+// The letter is the second character, right behind a first letter that is
+// neither ㄧ nor ㄩ (an initial, or ㄨ).
+constexpr Test SecondBehindNeitherIOrYu(std::string_view letter) {
+  return {Test::kSecondBehindNeitherIOrYu, {letter}};
+}
+
+// The field holds the letter, and the character in front of its first
+// occurrence is neither ㄧ nor ㄩ; a letter that stands first passes.
+constexpr Test BehindNeitherIOrYu(std::string_view letter) {
+  return {Test::kBehindNeitherIOrYu, {letter}};
+}
+
+// The working text, as the rows above have left it, begins with none of the
+// texts. The only test that does not read the field.
+constexpr Test WorkBeginsWithNone(std::string_view a, std::string_view b = {}) {
+  return {Test::kWorkBeginsWithNone, {a, b}};
+}
+
+// Ends a row whose failing test hands over to the row below. When the row
+// replaces, the rows that it hands over to are passed by.
+struct TryNextRow {};
+constexpr TryNextRow kTryNextRow;
+
+// The letters of the Zhuyin block, U+3100 to U+313F, as one bit each: a
+// letter is the bytes E3 84 and one byte of 80 to BF. Any other text has no
+// bit.
+constexpr std::uint64_t LetterBit(std::string_view letter) {
+  if (letter.size() != 3 || letter[0] != '\xE3' || letter[1] != '\x84') {
+    return 0;
+  }
+  return std::uint64_t{1} << (static_cast<unsigned char>(letter[2]) & 0x3F);
+}
+
+struct Row {
+  Test test;
+  std::string_view find;       // replaced at its first occurrence
+  std::string_view with;       // when the test passes
+  std::string_view otherwise;  // when it fails; empty: nothing
+  bool handsOver = false;      // when it fails, the row below is tried
+  std::uint64_t findBit = 0;   // LetterBit of `find`
+
+  constexpr Row() = default;
+  constexpr Row(Test t, std::string_view f, std::string_view w,
+                std::string_view o = {})
+      : test(t), find(f), with(w), otherwise(o), findBit(LetterBit(f)) {}
+  constexpr Row(Test t, std::string_view f, std::string_view w, TryNextRow)
+      : test(t), find(f), with(w), handsOver(true), findBit(LetterBit(f)) {}
+};
+
+// A system's table: groups of rows, run in this order.
+using Table = std::span<const std::span<const Row>>;
+
+// ASCII and two-byte letters such as ü and ê, and not empty.
+constexpr bool IsLatin(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto b = static_cast<unsigned char>(text[i]);
+    if (b < 0x80) continue;
+    if (b < 0xC2 || b > 0xDF || i + 1 == text.size() ||
+        (static_cast<unsigned char>(text[i + 1]) & 0xC0) != 0x80) {
+      return false;
+    }
+    ++i;
+  }
+  return !text.empty();
+}
+
+// What RunRows relies on to pass rows by without a search. Every replacement
+// is Latin, so no row puts a Zhuyin letter into the working text, not even
+// next to stray bytes: the letters that the text holds before the first row
+// are all that any row can find. A row that hands over to the row below names
+// the same letter, so that when the letter is missing, both rows would do
+// nothing anyway.
+constexpr bool RowsAreSound(Table table) {
+  for (std::span<const Row> rows : table) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const Row& row = rows[i];
+      if (row.find.empty() || !IsLatin(row.with) ||
+          !(row.otherwise.empty() || IsLatin(row.otherwise))) {
+        return false;
+      }
+      if (row.handsOver &&
+          (i + 1 == rows.size() || rows[i + 1].find != row.find)) {
+        return false;
+      }
     }
   }
-  const std::size_t hit = work.find(find);
-  if (hit != std::string::npos) work.replace(hit, find.size(), with);
-}
-
-void RepInOrder(std::string& work, Pairs pairs) {
-  for (const auto& [find, with] : pairs) Rep(work, find, with);
-}
-
-bool FirstIs(std::string_view field, std::string_view letter) {
-  return Equals(Left(field, 1), letter);
-}
-
-bool BeginsWith(std::string_view field, std::string_view start) {
-  return Equals(Left(field, static_cast<long>(Len(start))), start);
-}
-
-bool SecondIs(std::string_view field, std::string_view letter) {
-  return Equals(Mid(field, 2, 1), letter);
-}
-
-// The letter is the whole syllable: the first two characters are the letter
-// (blanks trimmed) or the letter and one of `marks`.
-bool StandsAlone(std::string_view field, std::string_view letter,
-                 std::span<const std::string_view> marks) {
-  const std::string two = Left(field, 2);
-  if (Equals(Trim(two), letter)) return true;
-  if (two.size() <= letter.size() ||
-      !Equals(std::string_view(two).substr(0, letter.size()), letter)) {
-    return false;
-  }
-  const std::string_view rest = std::string_view(two).substr(letter.size());
-  for (std::string_view mark : marks) {
-    if (Equals(rest, mark)) return true;
-  }
-  return false;
-}
-
-// ㄣ and ㄥ take a vowel only right behind a first letter that is no medial.
-bool FinalTakesVowel(std::string_view field, std::string_view finalLetter) {
-  return SecondIs(field, finalLetter) && !FirstIs(field, "ㄧ") &&
-         !FirstIs(field, "ㄩ");
+  return true;
 }
 
 // ---------------------------------------------------------------------------
-// Hanyu Pinyin
+// The rows. Groups that several systems spell alike are written once and
+// listed in each system's table, which runs its groups in the same order: ㄧ,
+// ㄩ, ㄨ, the plain initials, ㄓ to ㄙ, the finals, the Latin repairs, the mend
+// for a syllable that opens with ㄣ.
 
-void PinyinRows(const std::string& f, std::string& w) {
-  // 1-3: yi alone and in ying/yin, y opening a syllable, i after an initial.
-  if (BeginsWith(f, "ㄧㄥ") || BeginsWith(f, "ㄧㄣ") ||
-      StandsAlone(f, "ㄧ", kThreeMarks)) {
-    Rep(w, "ㄧ", "yi");
-  } else if (FirstIs(f, "ㄧ")) {
-    Rep(w, "ㄧ", "y");
-  } else {
-    Rep(w, "ㄧ", "i");
+// ㄧ: yi as a syllable of its own (ㄧ, ㄧㄣ, ㄧㄥ), y opening any other
+// syllable, i after an initial. All four systems.
+constexpr Row kMedialI[] = {
+    {BeginsWith("ㄧㄥ", "ㄧㄣ"), "ㄧ", "yi", kTryNextRow},
+    {StandsAloneUnlessNeutral("ㄧ"), "ㄧ", "yi", kTryNextRow},
+    {FirstLetterIs("ㄧ"), "ㄧ", "y", "i"},
+};
+
+// ㄩ in Hanyu Pinyin and Wade-Giles: yü opening a syllable, ü after an
+// initial. ㄐㄩㄥ, ㄑㄩㄥ, ㄒㄩㄥ go through "iu", which a repair later turns
+// into "io" (jiong) or which stays (chiung).
+constexpr Row kMedialYuWithDots[] = {
+    {FirstLetterIs("ㄩ"), "ㄩ", "yü", kTryNextRow},
+    {BeginsWith("ㄐㄩㄥ", "ㄑㄩㄥ", "ㄒㄩㄥ"), "ㄩ", "iu", "ü"},
+};
+
+// ㄨ: wu by itself, w opening a longer syllable, u after an initial. All four
+// systems; once wu has replaced it no ㄨ is left for the second row.
+constexpr Row kMedialU[] = {
+    {StandsAloneUnlessNeutral("ㄨ"), "ㄨ", "wu"},
+    {FirstLetterIs("ㄨ"), "ㄨ", "w", "u"},
+};
+
+// The plain initials that Hanyu Pinyin, Tongyong Pinyin and Zhuyin 2 spell
+// alike; ㄑ and ㄒ follow in each system's own rows.
+constexpr Row kInitialsBToJ[] = {
+    {Always(), "ㄅ", "b"}, {Always(), "ㄆ", "p"}, {Always(), "ㄇ", "m"},
+    {Always(), "ㄈ", "f"}, {Always(), "ㄉ", "d"}, {Always(), "ㄊ", "t"},
+    {Always(), "ㄋ", "n"}, {Always(), "ㄌ", "l"}, {Always(), "ㄍ", "g"},
+    {Always(), "ㄎ", "k"}, {Always(), "ㄏ", "h"}, {Always(), "ㄐ", "j"},
+};
+
+// The finals ㄚ to ㄢ of Hanyu Pinyin and Tongyong Pinyin.
+constexpr Row kFinalsAToAn[] = {
+    {Always(), "ㄚ", "a"},  {Always(), "ㄛ", "o"},  {Always(), "ㄜ", "e"},
+    {Always(), "ㄝ", "e"},  {Always(), "ㄞ", "ai"}, {Always(), "ㄟ", "ei"},
+    {Always(), "ㄠ", "ao"}, {Always(), "ㄡ", "ou"}, {Always(), "ㄢ", "an"},
+};
+
+// ㄣ takes the vowel e only right behind the first letter, and not behind ㄧ
+// or ㄩ: ㄅㄣ ben, ㄨㄣ wen, ㄍㄨㄣ gun, ㄧㄣ yin. Standing first it is a bare
+// n, which the mend at the end of the table makes en.
+constexpr Row kFinalEnAfterFirst[] = {
+    {SecondBehindNeitherIOrYu("ㄣ"), "ㄣ", "en", "n"},
+};
+
+// ㄤ, ㄥ and ㄦ of Hanyu Pinyin, Tongyong Pinyin and Zhuyin 2. ㄥ follows the
+// rule of ㄣ above, and nothing mends ㄥ by itself: it is ng.
+constexpr Row kFinalsAngToEr[] = {
+    {Always(), "ㄤ", "ang"},
+    {SecondBehindNeitherIOrYu("ㄥ"), "ㄥ", "eng", "ng"},
+    {Always(), "ㄦ", "er"},
+};
+
+// The dots come off ü everywhere but in nü and lü. The test reads the working
+// text, so a bracketed reading ("(nü") loses them too. Then ung is ong.
+constexpr Row kRepairsOfU[] = {
+    {WorkBeginsWithNone("nü", "lü"), "ü", "u"},
+    {Always(), "ung", "ong"},
+};
+
+// ㄣ by itself came out of the finals as a bare "n".
+constexpr Row kMendLoneEn[] = {{FirstLetterIs("ㄣ"), "n", "en"}};
+
+// ㄓ ㄔ ㄕ ㄖ ㄗ ㄘ ㄙ, which every system spells one way when the letter
+// stands alone and another before a final: their rows, out of the two
+// spellings of each, in this order.
+constexpr std::array<Row, 7> ZhToS(const std::string_view (&alone)[7],
+                                   const std::string_view (&beforeFinal)[7]) {
+  constexpr std::string_view kLetters[] = {"ㄓ", "ㄔ", "ㄕ", "ㄖ",
+                                           "ㄗ", "ㄘ", "ㄙ"};
+  std::array<Row, 7> rows;
+  for (std::size_t i = 0; i < 7; ++i) {
+    rows[i] =
+        Row(StandsAlone(kLetters[i]), kLetters[i], alone[i], beforeFinal[i]);
   }
-  // 4-6: jiong/qiong/xiong go through "iu", which 24 turns into "io".
-  if (FirstIs(f, "ㄩ")) {
-    Rep(w, "ㄩ", "yü");
-  } else if (BeginsWith(f, "ㄐㄩㄥ") || BeginsWith(f, "ㄑㄩㄥ") ||
-             BeginsWith(f, "ㄒㄩㄥ")) {
-    Rep(w, "ㄩ", "iu");
-  } else {
-    Rep(w, "ㄩ", "ü");
-  }
-  // 7-9
-  if (StandsAlone(f, "ㄨ", kThreeMarks)) Rep(w, "ㄨ", "wu");
-  if (FirstIs(f, "ㄨ")) {
-    Rep(w, "ㄨ", "w");
-  } else {
-    Rep(w, "ㄨ", "u");
-  }
-  // 10
-  RepInOrder(w, {{"ㄅ", "b"},
-                 {"ㄆ", "p"},
-                 {"ㄇ", "m"},
-                 {"ㄈ", "f"},
-                 {"ㄉ", "d"},
-                 {"ㄊ", "t"},
-                 {"ㄋ", "n"},
-                 {"ㄌ", "l"},
-                 {"ㄍ", "g"},
-                 {"ㄎ", "k"},
-                 {"ㄏ", "h"},
-                 {"ㄐ", "j"},
-                 {"ㄑ", "q"},
-                 {"ㄒ", "x"}});
-  // 11-17
-  Rep(w, "ㄓ", StandsAlone(f, "ㄓ", kFourMarks) ? "zhi" : "zh");
-  Rep(w, "ㄔ", StandsAlone(f, "ㄔ", kFourMarks) ? "chi" : "ch");
-  Rep(w, "ㄕ", StandsAlone(f, "ㄕ", kFourMarks) ? "shi" : "sh");
-  Rep(w, "ㄖ", StandsAlone(f, "ㄖ", kFourMarks) ? "ri" : "r");
-  Rep(w, "ㄗ", StandsAlone(f, "ㄗ", kFourMarks) ? "zi" : "z");
-  Rep(w, "ㄘ", StandsAlone(f, "ㄘ", kFourMarks) ? "ci" : "c");
-  Rep(w, "ㄙ", StandsAlone(f, "ㄙ", kFourMarks) ? "si" : "s");
-  // 18
-  RepInOrder(w, {{"ㄚ", "a"},
-                 {"ㄛ", "o"},
-                 {"ㄜ", "e"},
-                 {"ㄝ", "e"},
-                 {"ㄞ", "ai"},
-                 {"ㄟ", "ei"},
-                 {"ㄠ", "ao"},
-                 {"ㄡ", "ou"},
-                 {"ㄢ", "an"}});
-  // 19-22
-  Rep(w, "ㄣ", FinalTakesVowel(f, "ㄣ") ? "en" : "n");
-  Rep(w, "ㄤ", "ang");
-  Rep(w, "ㄥ", FinalTakesVowel(f, "ㄥ") ? "eng" : "ng");
-  Rep(w, "ㄦ", "er");
-  // 23: reads the working text, so a bracketed reading loses its dots.
-  const std::string head = Left(w, 2);
-  if (!Equals(head, "nü") && !Equals(head, "lü")) Rep(w, "ü", "u");
-  // 24
-  RepInOrder(w, {{"ung", "ong"}, {"uei", "ui"}, {"iou", "iu"}});
-  // 25: ㄣ alone came out as a bare "n".
-  if (FirstIs(f, "ㄣ")) Rep(w, "n", "en");
+  return rows;
 }
 
 // ---------------------------------------------------------------------------
-// Tongyong Pinyin
+// Hanyu Pinyin: ㄓ to ㄙ by themselves take an i; guei is gui, liou is liu.
 
-void TongyongRows(const std::string& f, std::string& w) {
-  // 1-3
-  if (BeginsWith(f, "ㄧㄥ") || BeginsWith(f, "ㄧㄣ") ||
-      StandsAlone(f, "ㄧ", kThreeMarks)) {
-    Rep(w, "ㄧ", "yi");
-  } else if (FirstIs(f, "ㄧ")) {
-    Rep(w, "ㄧ", "y");
-  } else {
-    Rep(w, "ㄧ", "i");
-  }
-  // 4
-  Rep(w, "ㄩ", "yu");
-  // 5-7
-  if (StandsAlone(f, "ㄨ", kThreeMarks)) Rep(w, "ㄨ", "wu");
-  if (FirstIs(f, "ㄨ")) {
-    Rep(w, "ㄨ", "w");
-  } else {
-    Rep(w, "ㄨ", "u");
-  }
-  // 8
-  RepInOrder(w, {{"ㄅ", "b"},
-                 {"ㄆ", "p"},
-                 {"ㄇ", "m"},
-                 {"ㄈ", "f"},
-                 {"ㄉ", "d"},
-                 {"ㄊ", "t"},
-                 {"ㄋ", "n"},
-                 {"ㄌ", "l"},
-                 {"ㄍ", "g"},
-                 {"ㄎ", "k"},
-                 {"ㄏ", "h"},
-                 {"ㄐ", "j"},
-                 {"ㄑ", "c"},
-                 {"ㄒ", "s"}});
-  // 9-15
-  Rep(w, "ㄓ", StandsAlone(f, "ㄓ", kFourMarks) ? "jhih" : "jh");
-  Rep(w, "ㄔ", StandsAlone(f, "ㄔ", kFourMarks) ? "chih" : "ch");
-  Rep(w, "ㄕ", StandsAlone(f, "ㄕ", kFourMarks) ? "shih" : "sh");
-  Rep(w, "ㄖ", StandsAlone(f, "ㄖ", kFourMarks) ? "rih" : "r");
-  Rep(w, "ㄗ", StandsAlone(f, "ㄗ", kFourMarks) ? "zih" : "z");
-  Rep(w, "ㄘ", StandsAlone(f, "ㄘ", kFourMarks) ? "cih" : "c");
-  Rep(w, "ㄙ", StandsAlone(f, "ㄙ", kFourMarks) ? "sih" : "s");
-  // 16
-  RepInOrder(w, {{"ㄚ", "a"},
-                 {"ㄛ", "o"},
-                 {"ㄜ", "e"},
-                 {"ㄝ", "e"},
-                 {"ㄞ", "ai"},
-                 {"ㄟ", "ei"},
-                 {"ㄠ", "ao"},
-                 {"ㄡ", "ou"},
-                 {"ㄢ", "an"}});
-  // 17-20
-  Rep(w, "ㄣ", FinalTakesVowel(f, "ㄣ") ? "en" : "n");
-  Rep(w, "ㄤ", "ang");
-  Rep(w, "ㄥ", FinalTakesVowel(f, "ㄥ") ? "eng" : "ng");
-  Rep(w, "ㄦ", "er");
-  // 21: kept from the Hanyu chain; no spelling here holds a "ü".
-  const std::string head = Left(w, 2);
-  if (!Equals(head, "nü") && !Equals(head, "lü")) Rep(w, "ü", "u");
-  // 22
-  RepInOrder(
-      w, {{"ung", "ong"}, {"weng", "wong"}, {"feng", "fong"}, {"wen", "wun"}});
-  // 23
-  if (FirstIs(f, "ㄣ")) Rep(w, "n", "en");
-}
+constexpr Row kPinyinQX[] = {{Always(), "ㄑ", "q"}, {Always(), "ㄒ", "x"}};
+
+constexpr auto kPinyinZhToS =
+    ZhToS({"zhi", "chi", "shi", "ri", "zi", "ci", "si"},
+          {"zh", "ch", "sh", "r", "z", "c", "s"});
+
+constexpr Row kPinyinShortenings[] = {
+    {Always(), "uei", "ui"},
+    {Always(), "iou", "iu"},
+};
+
+constexpr std::span<const Row> kPinyinRows[] = {
+    kMedialI,       kMedialYuWithDots, kMedialU,           kInitialsBToJ,
+    kPinyinQX,      kPinyinZhToS,      kFinalsAToAn,       kFinalEnAfterFirst,
+    kFinalsAngToEr, kRepairsOfU,       kPinyinShortenings, kMendLoneEn,
+};
+
+// ---------------------------------------------------------------------------
+// Tongyong Pinyin: ㄩ is always yu, ㄑ and ㄒ share c and s with ㄘ and ㄙ,
+// ㄓ to ㄙ by themselves end in h, and guei and liou keep their vowels. No
+// spelling here holds a "ü", so the repair of ü never changes anything.
+
+constexpr Row kTongyongMedialYu[] = {{Always(), "ㄩ", "yu"}};
+
+constexpr Row kTongyongQX[] = {{Always(), "ㄑ", "c"}, {Always(), "ㄒ", "s"}};
+
+constexpr auto kTongyongZhToS =
+    ZhToS({"jhih", "chih", "shih", "rih", "zih", "cih", "sih"},
+          {"jh", "ch", "sh", "r", "z", "c", "s"});
+
+constexpr Row kTongyongRepairs[] = {
+    {Always(), "weng", "wong"},
+    {Always(), "feng", "fong"},
+    {Always(), "wen", "wun"},
+};
+
+constexpr std::span<const Row> kTongyongRows[] = {
+    kMedialI,       kTongyongMedialYu, kMedialU,         kInitialsBToJ,
+    kTongyongQX,    kTongyongZhToS,    kFinalsAToAn,     kFinalEnAfterFirst,
+    kFinalsAngToEr, kRepairsOfU,       kTongyongRepairs, kMendLoneEn,
+};
 
 // ---------------------------------------------------------------------------
 // Wade-Giles
 
-void WadeRows(const std::string& f, std::string& w) {
-  // 1-3
-  if (BeginsWith(f, "ㄧㄥ") || BeginsWith(f, "ㄧㄣ") ||
-      StandsAlone(f, "ㄧ", kThreeMarks)) {
-    Rep(w, "ㄧ", "yi");
-  } else if (FirstIs(f, "ㄧ")) {
-    Rep(w, "ㄧ", "y");
-  } else {
-    Rep(w, "ㄧ", "i");
+constexpr Row kWadeInitials[] = {
+    {Always(), "ㄅ", "p"},   {Always(), "ㄆ", "p'"}, {Always(), "ㄇ", "m"},
+    {Always(), "ㄈ", "f"},   {Always(), "ㄉ", "t"},  {Always(), "ㄊ", "t'"},
+    {Always(), "ㄋ", "n"},   {Always(), "ㄌ", "l"},  {Always(), "ㄍ", "k"},
+    {Always(), "ㄎ", "k'"},  {Always(), "ㄏ", "h"},  {Always(), "ㄐ", "ch"},
+    {Always(), "ㄑ", "ch'"}, {Always(), "ㄒ", "hs"},
+};
+
+constexpr auto kWadeZhToS =
+    ZhToS({"chih", "ch'ih", "shih", "jih", "tzu", "tz'u", "szu"},
+          {"ch", "ch'", "sh", "j", "ts", "ts'", "s"});
+
+// ㄜ is o behind ㄍ, ㄎ, ㄏ (ko, k'o, ho) and ê everywhere else.
+constexpr Row kWadeFinals[] = {
+    {Always(), "ㄚ", "a"},
+    {Always(), "ㄛ", "o"},
+    {FirstLetterIs("ㄍ", "ㄎ", "ㄏ"), "ㄜ", "o", "ê"},
+    {Always(), "ㄝ", "eh"},
+    {Always(), "ㄞ", "ai"},
+    {Always(), "ㄟ", "ei"},
+    {Always(), "ㄠ", "ao"},
+    {Always(), "ㄡ", "ou"},
+    {Always(), "ㄢ", "an"},
+    {SecondBehindNeitherIOrYu("ㄣ"), "ㄣ", "ên", "n"},
+    {Always(), "ㄤ", "ang"},
+    {SecondBehindNeitherIOrYu("ㄥ"), "ㄥ", "êng", "ng"},
+    {Always(), "ㄦ", "êrh"},
+};
+
+// The order matters. "ian" also turns chiang into chieng, which "ieng" takes
+// back; "uei" also shortens kuei and k'uei, which "kui" and "k'ui" lengthen
+// again.
+constexpr Row kWadeRepairs[] = {
+    {Always(), "uei", "ui"},     {Always(), "iou", "iu"},
+    {Always(), "ian", "ien"},    {Always(), "ieng", "iang"},
+    {Always(), "yüng", "yung"},  {Always(), "tuo", "to"},
+    {Always(), "t'uo", "t'o"},   {Always(), "luo", "lo"},
+    {Always(), "nuo", "no"},     {Always(), "kui", "kuei"},
+    {Always(), "k'ui", "k'uei"},
+};
+
+// yan is yen, unless the working text begins with yang: in a bracketed
+// reading it begins with "(", so "(yang" becomes "(yeng". ㄣ by itself came
+// out of the finals as a bare "n".
+constexpr Row kWadeYenAndLoneEn[] = {
+    {WorkBeginsWithNone("yang"), "yan", "yen"},
+    {FirstLetterIs("ㄣ"), "n", "ên"},
+};
+
+constexpr std::span<const Row> kWadeRows[] = {
+    kMedialI,   kMedialYuWithDots, kMedialU,     kWadeInitials,
+    kWadeZhToS, kWadeFinals,       kWadeRepairs, kWadeYenAndLoneEn,
+};
+
+// ---------------------------------------------------------------------------
+// Zhuyin 2: every spelling comes straight out of the rows. ㄖ and ㄗ are
+// spelled the same by themselves and before a final. ㄣ looks at the letter in
+// front of it wherever it stands, so ㄍㄨㄣ keeps its e (guen) and ㄣ by itself
+// is en without a mend.
+
+constexpr Row kZhuyin2MedialYu[] = {{FirstLetterIs("ㄩ"), "ㄩ", "yu", "iu"}};
+
+constexpr Row kZhuyin2QX[] = {{Always(), "ㄑ", "ch"}, {Always(), "ㄒ", "sh"}};
+
+constexpr auto kZhuyin2ZhToS =
+    ZhToS({"jr", "chr", "shr", "r", "tz", "tsz", "sz"},
+          {"j", "ch", "sh", "r", "tz", "ts", "s"});
+
+constexpr Row kZhuyin2Finals[] = {
+    {Always(), "ㄚ", "a"},
+    {Always(), "ㄛ", "o"},
+    {Always(), "ㄜ", "e"},
+    {FirstLetterIs("ㄝ"), "ㄝ", "ê", "e"},  // ê by itself, e behind a medial
+    {Always(), "ㄞ", "ai"},
+    {Always(), "ㄟ", "ei"},
+    {Always(), "ㄠ", "au"},
+    {Always(), "ㄡ", "ou"},
+    {Always(), "ㄢ", "an"},
+    {BehindNeitherIOrYu("ㄣ"), "ㄣ", "en", "n"},
+};
+
+// No syllable gives "een", so this changes no syllable; odd input such as
+// "ㄣeen" still meets it.
+constexpr Row kZhuyin2MendLoneEn[] = {{FirstLetterIs("ㄣ"), "een", "en"}};
+
+constexpr std::span<const Row> kZhuyin2Rows[] = {
+    kMedialI,       kZhuyin2MedialYu, kMedialU,
+    kInitialsBToJ,  kZhuyin2QX,       kZhuyin2ZhToS,
+    kZhuyin2Finals, kFinalsAngToEr,   kZhuyin2MendLoneEn,
+};
+
+static_assert(RowsAreSound(kPinyinRows) && RowsAreSound(kTongyongRows) &&
+              RowsAreSound(kWadeRows) && RowsAreSound(kZhuyin2Rows));
+
+// ---------------------------------------------------------------------------
+// The interpreter
+
+bool IsAsciiLetter(char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; }
+
+// Byte offset of the first `find` in `work` as Replace finds it (ASCII letter
+// case ignored), or npos. A text without ASCII letters, such as every Zhuyin
+// letter and mark, is found byte for byte.
+std::size_t FindFirst(std::string_view work, std::string_view find) {
+  if (find.empty()) return std::string_view::npos;
+  if (std::none_of(find.begin(), find.end(), IsAsciiLetter)) {
+    return work.find(find);
   }
-  // 4-6
-  if (FirstIs(f, "ㄩ")) {
-    Rep(w, "ㄩ", "yü");
-  } else if (BeginsWith(f, "ㄐㄩㄥ") || BeginsWith(f, "ㄑㄩㄥ") ||
-             BeginsWith(f, "ㄒㄩㄥ")) {
-    Rep(w, "ㄩ", "iu");
-  } else {
-    Rep(w, "ㄩ", "ü");
+  const auto folded = [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+  };
+  for (std::size_t at = 0; at + find.size() <= work.size(); ++at) {
+    if (folded(work[at]) == folded(find[0]) &&
+        Equals(work.substr(at, find.size()), find)) {
+      return at;
+    }
   }
-  // 7-9
-  if (StandsAlone(f, "ㄨ", kThreeMarks)) Rep(w, "ㄨ", "wu");
-  if (FirstIs(f, "ㄨ")) {
-    Rep(w, "ㄨ", "w");
-  } else {
-    Rep(w, "ㄨ", "u");
+  return std::string_view::npos;
+}
+
+// Replace, done in place.
+void Rep(std::string& work, std::string_view find, std::string_view with) {
+  const std::size_t at = FindFirst(work, find);
+  if (at != std::string_view::npos) work.replace(at, find.size(), with);
+}
+
+void RepInOrder(
+    std::string& work,
+    std::initializer_list<std::pair<std::string_view, std::string_view>>
+        pairs) {
+  for (const auto& [find, with] : pairs) Rep(work, find, with);
+}
+
+// The first `count` characters of `s`, as Left gives them, without a copy.
+std::string_view Head(std::string_view s, std::size_t count) {
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < count && end < s.size(); ++i) {
+    end += DecodeChar(s, end).length;
   }
-  // 10
-  RepInOrder(w, {{"ㄅ", "p"},
-                 {"ㄆ", "p'"},
-                 {"ㄇ", "m"},
-                 {"ㄈ", "f"},
-                 {"ㄉ", "t"},
-                 {"ㄊ", "t'"},
-                 {"ㄋ", "n"},
-                 {"ㄌ", "l"},
-                 {"ㄍ", "k"},
-                 {"ㄎ", "k'"},
-                 {"ㄏ", "h"},
-                 {"ㄐ", "ch"},
-                 {"ㄑ", "ch'"},
-                 {"ㄒ", "hs"}});
-  // 11-17
-  Rep(w, "ㄓ", StandsAlone(f, "ㄓ", kFourMarks) ? "chih" : "ch");
-  Rep(w, "ㄔ", StandsAlone(f, "ㄔ", kFourMarks) ? "ch'ih" : "ch'");
-  Rep(w, "ㄕ", StandsAlone(f, "ㄕ", kFourMarks) ? "shih" : "sh");
-  Rep(w, "ㄖ", StandsAlone(f, "ㄖ", kFourMarks) ? "jih" : "j");
-  Rep(w, "ㄗ", StandsAlone(f, "ㄗ", kFourMarks) ? "tzu" : "ts");
-  Rep(w, "ㄘ", StandsAlone(f, "ㄘ", kFourMarks) ? "tz'u" : "ts'");
-  Rep(w, "ㄙ", StandsAlone(f, "ㄙ", kFourMarks) ? "szu" : "s");
-  // 18-20
-  RepInOrder(w, {{"ㄚ", "a"}, {"ㄛ", "o"}});
-  Rep(w, "ㄜ",
-      FirstIs(f, "ㄍ") || FirstIs(f, "ㄎ") || FirstIs(f, "ㄏ") ? "o" : "ê");
-  RepInOrder(w, {{"ㄝ", "eh"},
-                 {"ㄞ", "ai"},
-                 {"ㄟ", "ei"},
-                 {"ㄠ", "ao"},
-                 {"ㄡ", "ou"},
-                 {"ㄢ", "an"}});
-  // 21-24
-  Rep(w, "ㄣ", FinalTakesVowel(f, "ㄣ") ? "ên" : "n");
-  Rep(w, "ㄤ", "ang");
-  Rep(w, "ㄥ", FinalTakesVowel(f, "ㄥ") ? "êng" : "ng");
-  Rep(w, "ㄦ", "êrh");
-  // 25: the order matters. "ian" also turns chiang into chieng, which
-  // "ieng" takes back; "uei" also shortens kuei and k'uei, which the last
-  // two lengthen again.
-  RepInOrder(w, {{"uei", "ui"},
-                 {"iou", "iu"},
-                 {"ian", "ien"},
-                 {"ieng", "iang"},
-                 {"yüng", "yung"},
-                 {"tuo", "to"},
-                 {"t'uo", "t'o"},
-                 {"luo", "lo"},
-                 {"nuo", "no"},
-                 {"kui", "kuei"},
-                 {"k'ui", "k'uei"}});
-  // 26: reads the working text, so a bracketed yang becomes yeng.
-  if (!Equals(Left(w, 4), "yang")) Rep(w, "yan", "yen");
-  // 27
-  if (FirstIs(f, "ㄣ")) Rep(w, "n", "ên");
+  return s.substr(0, end);
+}
+
+// Character number `n` of `s`, as Mid(s, n, 1) gives it: a number below 1
+// counts as 1, and past the end there is none.
+std::string_view CharAt(std::string_view s, long n) {
+  std::size_t at = 0;
+  for (long i = 1; i < n && at < s.size(); ++i) at += DecodeChar(s, at).length;
+  if (at >= s.size()) return {};
+  return s.substr(at, DecodeChar(s, at).length);
+}
+
+bool BeginsWithOneOf(std::string_view text,
+                     const std::array<std::string_view, 3>& starts) {
+  for (std::string_view start : starts) {
+    if (!start.empty() && Equals(Head(text, Len(start)), start)) return true;
+  }
+  return false;
+}
+
+bool IsIOrYu(std::string_view c) { return Equals(c, "ㄧ") || Equals(c, "ㄩ"); }
+
+bool LetterStandsAlone(std::string_view field, std::string_view letter,
+                       bool neutralToo) {
+  const std::string_view two = Head(field, 2);
+  if (Equals(TrimView(two), letter)) return true;
+  if (two.size() <= letter.size() ||
+      !Equals(two.substr(0, letter.size()), letter)) {
+    return false;
+  }
+  const std::string_view mark = two.substr(letter.size());
+  return Equals(mark, "ˊ") || Equals(mark, "ˇ") || Equals(mark, "ˋ") ||
+         (neutralToo && Equals(mark, "˙"));
+}
+
+bool Passes(const Test& test, std::string_view field, std::string_view work) {
+  const std::string_view letter = test.of[0];
+  switch (test.kind) {
+    case Test::kAlways:
+      return true;
+    case Test::kBeginsWith:
+      return BeginsWithOneOf(field, test.of);
+    case Test::kStandsAlone:
+      return LetterStandsAlone(field, letter, true);
+    case Test::kStandsAloneUnlessNeutral:
+      return LetterStandsAlone(field, letter, false);
+    case Test::kSecondBehindNeitherIOrYu:
+      return Equals(CharAt(field, 2), letter) && !IsIOrYu(CharAt(field, 1));
+    case Test::kBehindNeitherIOrYu: {
+      const long at = InStr(field, letter);
+      return at > 0 && !IsIOrYu(CharAt(field, at - 1));
+    }
+    case Test::kWorkBeginsWithNone:
+      return !BeginsWithOneOf(work, test.of);
+  }
+  return false;
+}
+
+// The LetterBit of every Zhuyin letter in `text`. The first byte of a letter
+// is no continuation byte, so wherever a byte search finds a letter, the
+// letter is one of the characters counted here.
+std::uint64_t LettersHeld(std::string_view text) {
+  std::uint64_t held = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const Utf8Char c = DecodeChar(text, at);
+    if (c.code >= 0x3100 && c.code <= 0x313F) {
+      held |= std::uint64_t{1} << (c.code - 0x3100);
+    }
+    at += c.length;
+  }
+  return held;
+}
+
+// Runs a system's rows over one field. A row whose letter the working text
+// lacks can change nothing, and neither can the rows it hands over to: it is
+// passed by before its test is made, and for a Zhuyin letter before any
+// search (see RowsAreSound).
+void RunRows(Table table, std::string_view field, std::string& work) {
+  const std::uint64_t held = LettersHeld(work);
+  bool passingBy = false;  // a row replaced and handed over to the next
+  for (std::span<const Row> rows : table) {
+    for (const Row& row : rows) {
+      if (passingBy) {
+        passingBy = row.handsOver;
+        continue;
+      }
+      if (row.findBit != 0 && (held & row.findBit) == 0) continue;
+      const std::size_t at = FindFirst(work, row.find);
+      if (at == std::string_view::npos) continue;
+      std::string_view with = row.with;
+      if (Passes(row.test, field, work)) {
+        passingBy = row.handsOver;
+      } else {
+        with = row.otherwise;
+        if (with.empty()) continue;
+      }
+      work.replace(at, row.find.size(), with);
+    }
+  }
 }
 
 // ---------------------------------------------------------------------------
-// Zhuyin 2
+// The frame shared by the four systems
 
-void Zhuyin2Rows(const std::string& f, std::string& w) {
-  // 1-3
-  if (BeginsWith(f, "ㄧㄥ") || BeginsWith(f, "ㄧㄣ") ||
-      StandsAlone(f, "ㄧ", kThreeMarks)) {
-    Rep(w, "ㄧ", "yi");
-  } else if (FirstIs(f, "ㄧ")) {
-    Rep(w, "ㄧ", "y");
-  } else {
-    Rep(w, "ㄧ", "i");
-  }
-  // 4
-  Rep(w, "ㄩ", FirstIs(f, "ㄩ") ? "yu" : "iu");
-  // 5-7
-  if (StandsAlone(f, "ㄨ", kThreeMarks)) Rep(w, "ㄨ", "wu");
-  if (FirstIs(f, "ㄨ")) {
-    Rep(w, "ㄨ", "w");
-  } else {
-    Rep(w, "ㄨ", "u");
-  }
-  // 8
-  RepInOrder(w, {{"ㄅ", "b"},
-                 {"ㄆ", "p"},
-                 {"ㄇ", "m"},
-                 {"ㄈ", "f"},
-                 {"ㄉ", "d"},
-                 {"ㄊ", "t"},
-                 {"ㄋ", "n"},
-                 {"ㄌ", "l"},
-                 {"ㄍ", "g"},
-                 {"ㄎ", "k"},
-                 {"ㄏ", "h"},
-                 {"ㄐ", "j"},
-                 {"ㄑ", "ch"},
-                 {"ㄒ", "sh"}});
-  // 9-11
-  Rep(w, "ㄓ", StandsAlone(f, "ㄓ", kFourMarks) ? "jr" : "j");
-  Rep(w, "ㄔ", StandsAlone(f, "ㄔ", kFourMarks) ? "chr" : "ch");
-  Rep(w, "ㄕ", StandsAlone(f, "ㄕ", kFourMarks) ? "shr" : "sh");
-  // 12: the same spelling alone or not.
-  RepInOrder(w, {{"ㄖ", "r"}, {"ㄗ", "tz"}});
-  // 13-14
-  Rep(w, "ㄘ", StandsAlone(f, "ㄘ", kFourMarks) ? "tsz" : "ts");
-  Rep(w, "ㄙ", StandsAlone(f, "ㄙ", kFourMarks) ? "sz" : "s");
-  // 15-17
-  RepInOrder(w, {{"ㄚ", "a"}, {"ㄛ", "o"}, {"ㄜ", "e"}});
-  Rep(w, "ㄝ", FirstIs(f, "ㄝ") ? "ê" : "e");
-  RepInOrder(
-      w,
-      {{"ㄞ", "ai"}, {"ㄟ", "ei"}, {"ㄠ", "au"}, {"ㄡ", "ou"}, {"ㄢ", "an"}});
-  // 18: looks at the letter in front of ㄣ wherever it stands, so guen keeps
-  // its e and ㄣ alone is en without a mend.
-  const long nPos = InStr(f, "ㄣ");
-  const std::string beforeN = Mid(f, nPos - 1, 1);
-  Rep(w, "ㄣ",
-      nPos > 0 && !Equals(beforeN, "ㄧ") && !Equals(beforeN, "ㄩ") ? "en"
-                                                                   : "n");
-  // 19-21
-  Rep(w, "ㄤ", "ang");
-  Rep(w, "ㄥ", FinalTakesVowel(f, "ㄥ") ? "eng" : "ng");
-  Rep(w, "ㄦ", "er");
-  // 22: kept as it is; no field produces "een".
-  if (FirstIs(f, "ㄣ")) Rep(w, "een", "en");
-}
-
-// ---------------------------------------------------------------------------
-// The frame shared by the four chains
-
-using Rows = void (*)(const std::string& field, std::string& work);
 using Marker = std::string (*)(std::string_view);
 
 // Marks to digits (or to nothing); then, for all but Wade-Giles, the digit to
@@ -410,9 +554,9 @@ void ToneStage(std::string& w, const ToneSettings& s, Marker marker) {
 
 // Converts every reading of the string and brackets the further ones:
 // "ㄇㄚ  ㄇㄛˊ  ㄇㄛˋ" gives "ma1(mo2,mo4)" in digits.
-std::string Convert(std::string_view reading, const ToneSettings& s, Rows rows,
-                    Marker marker, bool trimWorkingText) {
-  const std::string text = Trim(reading);
+std::string Convert(std::string_view reading, const ToneSettings& s,
+                    Table table, Marker marker, bool trimWorkingText) {
+  const std::string_view text = TrimView(reading);
   const long count = CountFields(text, "  ");
   std::string result;
   // Walks the fields left to right, as NthField(text, "  ", index) would give
@@ -420,12 +564,12 @@ std::string Convert(std::string_view reading, const ToneSettings& s, Rows rows,
   std::size_t from = 0;
   for (long index = 1; index <= count; ++index) {
     const std::size_t end = text.find("  ", from);
-    const std::string field =
-        text.substr(from, end == std::string::npos ? end : end - from);
-    from = end == std::string::npos ? text.size() : end + 2;
-    std::string work = trimWorkingText ? Trim(field) : field;
+    const std::string_view field =
+        text.substr(from, end == std::string_view::npos ? end : end - from);
+    from = end == std::string_view::npos ? text.size() : end + 2;
+    std::string work(trimWorkingText ? TrimView(field) : field);
     if (index == 2) work.insert(0, "(");
-    rows(field, work);
+    RunRows(table, field, work);
     ToneStage(work, s, marker);
     if (index == count && count > 1) {
       work += ")";
@@ -538,20 +682,20 @@ void CutTrailingDigit(std::string& s) {
 }  // namespace
 
 std::string ZhuyinToPinyin(std::string_view reading, const ToneSettings& s) {
-  return Convert(reading, s, PinyinRows, AddPinyinToneSymbol, false);
+  return Convert(reading, s, kPinyinRows, AddPinyinToneSymbol, false);
 }
 
 std::string ZhuyinToTungyong(std::string_view reading, const ToneSettings& s) {
-  return Convert(reading, s, TongyongRows, AddTongYongPinyinToneSymbol, false);
+  return Convert(reading, s, kTongyongRows, AddTongYongPinyinToneSymbol, false);
 }
 
 // Wade-Giles keeps its digits whatever the tone-number setting says.
 std::string ZhuyinToWade(std::string_view reading, const ToneSettings& s) {
-  return Convert(reading, s, WadeRows, nullptr, true);
+  return Convert(reading, s, kWadeRows, nullptr, true);
 }
 
 std::string ZhuyinToZhuyin2(std::string_view reading, const ToneSettings& s) {
-  return Convert(reading, s, Zhuyin2Rows, AddZhuyin2ToneSymbol, false);
+  return Convert(reading, s, kZhuyin2Rows, AddZhuyin2ToneSymbol, false);
 }
 
 // "hao3" -> "hǎo". A syllable without a digit (neutral tone) comes back as
