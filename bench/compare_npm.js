@@ -1,12 +1,14 @@
 // The converters from the npm registry that bench/compare measures against:
-// pinyin-pro (tone-marked Hanyu Pinyin) and opencc-js (Simplified to
-// Traditional, cn -> tw). Only the conversion is timed, the best of RUNS, in
+// pinyin-pro (tone-marked Hanyu Pinyin), @napi-rs/pinyin (tone-marked Hanyu
+// Pinyin, plain or with its own word segmentation) and opencc-js (Simplified
+// to Traditional, cn -> tw). Only the conversion is timed, the best of RUNS, in
 // processor time (the process's, garbage collector threads included), as the
 // C++ drivers do.
 //
-//   node bench/compare_npm.js MODULES_DIR pinyin-pro|opencc FILE [RUNS]
+//   node bench/compare_npm.js MODULES_DIR TOOL FILE [RUNS]
+//   TOOL: pinyin-pro, napi, napi-segment or opencc
 //   -> seconds=1.234 result_chars=5678901
-//   node bench/compare_npm.js MODULES_DIR pinyin-pro|opencc FILE once
+//   node bench/compare_npm.js MODULES_DIR TOOL FILE once
 //   -> the converted text, for timing the whole process from outside
 'use strict';
 const fs = require('fs');
@@ -19,9 +21,21 @@ const text = fs.readFileSync(file, 'utf8');
 const runs = Math.max(1, parseInt(runsArg, 10) || 3);
 
 let convert;
+let write = (r) => r;
 if (tool === 'pinyin-pro') {
   const { pinyin } = load('pinyin-pro');
   convert = (t) => pinyin(t, { toneType: 'symbol', type: 'string' });
+} else if (tool === 'napi' || tool === 'napi-segment') {
+  const napi = load('@napi-rs/pinyin');
+  const options = { style: napi.PINYIN_STYLE.WithTone };
+  if (tool === 'napi-segment') {
+    options.segment = true;
+    options.segmenter = 'phrase';
+  }
+  // The call alone is timed; its array of syllables is joined only to be
+  // written out.
+  convert = (t) => napi.pinyin(t, options);
+  write = (r) => r.flat().join(' ');
 } else if (tool === 'opencc') {
   const OpenCC = load('opencc-js');
   convert = OpenCC.Converter({ from: 'cn', to: 'tw' });
@@ -31,7 +45,7 @@ if (tool === 'pinyin-pro') {
 }
 
 if (runsArg === 'once') {
-  process.stdout.write(convert(text));
+  process.stdout.write(write(convert(text)));
   return;
 }
 

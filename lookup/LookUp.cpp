@@ -155,6 +155,47 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
   return out;
 }
 
+// The readings chosen in context for the characters above U+00FF of a text,
+// in order, worked out a piece of the text at a time: a big text then never
+// holds a view per character at once. A piece ends at a line end, which no
+// word spans, so the pieces choose what the whole text would.
+class ChosenReadings {
+ public:
+  ChosenReadings() = default;
+  ChosenReadings(LookUpEngine& engine, const LookUpSettings& settings,
+                 std::string_view text)
+      : engine_(&engine), settings_(&settings), text_(text) {}
+
+  // The next character's reading, empty where none was chosen.
+  std::string_view Next() {
+    while (index_ == piece_.size()) {
+      if (engine_ == nullptr || pos_ >= text_.size()) return {};
+      Fill();
+    }
+    return piece_[index_++];
+  }
+
+ private:
+  static constexpr std::size_t kPieceBytes = 1 << 16;
+
+  void Fill() {
+    std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
+    end = text_.find('\n', end);
+    end = end == std::string_view::npos ? text_.size() : end + 1;
+    piece_ = engine_->ChooseReadings(text_.substr(pos_, end - pos_), *settings_,
+                                     false);
+    index_ = 0;
+    pos_ = end;
+  }
+
+  LookUpEngine* engine_ = nullptr;
+  const LookUpSettings* settings_ = nullptr;
+  std::string_view text_;
+  std::size_t pos_ = 0;
+  std::vector<std::string_view> piece_;
+  std::size_t index_ = 0;
+};
+
 // The character loop over one text.
 //
 // Only the accumulators that reach the result are built: pinyinResult always
@@ -171,10 +212,10 @@ class Walk {
  public:
   // `slotOfBmp` is the engine's table of slots by code point, all kUnknown;
   // the walk puts it back so when it ends.
-  // `chosen` holds the reading chosen in context for each character above
+  // `chosen` gives the reading chosen in context for each character above
   // U+00FF of the text to be walked, or nothing.
   Walk(LookUpEngine& engine, const LookUpSettings& settings,
-       std::vector<int>& slotOfBmp, std::vector<std::string_view> chosen)
+       std::vector<int>& slotOfBmp, ChosenReadings chosen)
       : engine_(engine),
         settings_(settings),
         chosen_(std::move(chosen)),
@@ -220,7 +261,7 @@ class Walk {
         const std::string_view character = text.substr(pos, c.length);
         pos += c.length;
         std::string_view chosen;
-        if (c.code > 0xFF && next_ < chosen_.size()) chosen = chosen_[next_++];
+        if (c.code > 0xFF) chosen = chosen_.Next();
         if (TakesCharacterPath(c.code)) {
           Character(c.code, character, chosen);
         } else {
@@ -442,8 +483,7 @@ class Walk {
 
   LookUpEngine& engine_;
   const LookUpSettings& settings_;
-  const std::vector<std::string_view> chosen_;
-  std::size_t next_ = 0;  // the next of chosen_
+  ChosenReadings chosen_;
   const bool taiwan_;
   const SystemSet on_;
   const bool segmented_;
@@ -566,13 +606,17 @@ const std::string* LookUpEngine::TaiwanReading(std::string_view character) {
   return it == taiwanReadings_.end() ? nullptr : &it->second;
 }
 
-std::vector<std::string_view> LookUpEngine::ChooseReadings(
-    std::string_view text, const LookUpSettings& settings) {
-  if (!settings.contextReadings) return {};
+void LookUpEngine::RefreshUserPhrases() {
   if (userPhrases_.Path() != files_.userPhrases) {
     userPhrases_.SetPath(files_.userPhrases);
   }
   userPhrases_.Refresh();
+}
+
+std::vector<std::string_view> LookUpEngine::ChooseReadings(
+    std::string_view text, const LookUpSettings& settings, bool refresh) {
+  if (!settings.contextReadings) return {};
+  if (refresh) RefreshUserPhrases();
   return quill::ChooseReadings(text, Phrases(settings.standard),
                                userPhrases_.Table());
 }
@@ -618,22 +662,23 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   std::string_view lookUpText = TrimView(fieldText);
   // Readings are chosen on the text as typed, so that segmentation, which
   // only puts blanks between words, changes none of them.
-  std::vector<std::string_view> chosen;
-  if (settings.contextReadings && LoadTable()) {
-    chosen = ChooseReadings(lookUpText, settings);
-  }
+  const std::string_view typed = lookUpText;
   std::string segmented;
   if (settings.mode == Mode::kConverter && settings.segmentation) {
     segmented = TextToLookUp(std::string(lookUpText));
     lookUpText = segmented;
-    // Should Tokenizer ever change more than blanks, the readings are
-    // chosen again on what it gave.
-    if (!chosen.empty() && WideCharacters(lookUpText) != chosen.size()) {
-      chosen = ChooseReadings(lookUpText, settings);
-    }
   }
   if (lookUpText.empty()) return {Outcome::kNothing, {}};
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
+  ChosenReadings chosen;
+  if (settings.contextReadings) {
+    RefreshUserPhrases();
+    // Should Tokenizer ever change more than blanks, the readings are
+    // chosen on what it gave.
+    const bool same = segmented.empty() ||
+                      WideCharacters(typed) == WideCharacters(lookUpText);
+    chosen = ChosenReadings(*this, settings, same ? typed : lookUpText);
+  }
   Walk walk(*this, settings, slotOfBmp_, std::move(chosen));
   walk.Run(lookUpText);
   return {Outcome::kShown, Assemble(walk.results(), walk.zhuyin1HasText(),

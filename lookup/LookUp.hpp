@@ -103,9 +103,13 @@ class LookUpEngine {
 
   // With context readings on, the syllable chosen for each character of
   // `text` above U+00FF, in order (empty where no word covers it); nothing
-  // when they are off. Reads the user's phrase file again if it changed.
+  // when they are off. Reads the user's phrase file again first if it
+  // changed, unless `refresh` is false.
   std::vector<std::string_view> ChooseReadings(std::string_view text,
-                                               const LookUpSettings& settings);
+                                               const LookUpSettings& settings,
+                                               bool refresh = true);
+  // Reads the user's phrase file again if it changed.
+  void RefreshUserPhrases();
 
   // The reading string of a character: its line of the table (empty for
   // none), with its Taiwan reading first under Taiwan's standard, and then

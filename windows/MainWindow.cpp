@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -21,6 +22,7 @@
 #include <optional>
 
 #include "export/Export.hpp"
+#include "settings/Preferences.hpp"
 #include "settings/Settings.hpp"
 #include "text/TextOps.hpp"
 #include "windows/App.hpp"
@@ -54,11 +56,35 @@ QPointer<MainWindow>& TheInstance() {
   return instance;
 }
 
-// Fonts that have the Chinese characters, at the layout's pixel sizes.
-QFont FieldFont(int pixels) {
+// Whether Chinese is drawn with Traditional glyph forms: under Taiwan's
+// reading standard or in a Traditional-Chinese locale.
+bool TraditionalGlyphs() {
+  const QLocale locale;
+  if (locale.language() == QLocale::Chinese &&
+      (locale.script() == QLocale::TraditionalHanScript ||
+       locale.territory() == QLocale::Taiwan ||
+       locale.territory() == QLocale::HongKong ||
+       locale.territory() == QLocale::Macao)) {
+    return true;
+  }
+  try {
+    return Settings::ReadingStandard() == ReadingStandard::kTaiwan;
+  } catch (const PreferencesError&) {
+    return false;  // the look-up tells of the file
+  }
+}
+
+// Fonts that have the Chinese characters, at the layout's pixel sizes, with
+// the glyph forms of `traditional` first.
+QFont FieldFont(int pixels, bool traditional) {
   QFont font;
-  font.setFamilies({"Noto Sans CJK SC", "Noto Sans CJK TC", "Noto Sans CJK JP",
-                    "Noto Sans", "DejaVu Sans"});
+  if (traditional) {
+    font.setFamilies({"Noto Sans CJK TC", "Noto Sans CJK SC",
+                      "Noto Sans CJK JP", "Noto Sans", "DejaVu Sans"});
+  } else {
+    font.setFamilies({"Noto Sans CJK SC", "Noto Sans CJK TC",
+                      "Noto Sans CJK JP", "Noto Sans", "DejaVu Sans"});
+  }
   font.setPixelSize(pixels);
   return font;
 }
@@ -146,13 +172,11 @@ MainWindow::~MainWindow() {
 void MainWindow::CreateControls() {
   CharacterField = new QLineEdit(content_);
   CharacterField->setObjectName("CharacterField");
-  CharacterField->setFont(FieldFont(12));
   layout_.Add(CharacterField, {20, 38, 160, 22},
               L::kLeft | L::kTop | L::kRight);
 
   ResultField = new QPlainTextEdit(content_);
   ResultField->setObjectName("ResultField");
-  ResultField->setFont(FieldFont(16));
   ResultField->setReadOnly(true);
   ResultField->setTextInteractionFlags(Qt::TextSelectableByMouse |
                                        Qt::TextSelectableByKeyboard);
@@ -163,17 +187,16 @@ void MainWindow::CreateControls() {
   StaticText1 =
       new QLabel(ToQ(MainWindowText::kInputChineseCharactersText()), content_);
   StaticText1->setObjectName("StaticText1");
-  StaticText1->setFont(FieldFont(11));
   layout_.Add(StaticText1, {20, 14, 252, 20}, L::kNone);
 
   modeSwitch_ = std::make_unique<ModeSwitch>(*this);
 
   TextField = new QPlainTextEdit(content_);
   TextField->setObjectName("TextField");
-  TextField->setFont(FieldFont(12));
   TextField->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   TextField->setVisible(false);
   layout_.Add(TextField, {20, 38, 225, 66}, L::kLeft | L::kTop | L::kRight);
+  UpdateFieldFonts();
 
   Widget = new Canvas(content_);
   Widget->setObjectName("Widget");
@@ -461,6 +484,14 @@ void MainWindow::SetDataFiles(const DataFiles& files) {
   engine_ = std::make_unique<LookUpEngine>(files);
 }
 
+void MainWindow::UpdateFieldFonts() {
+  const bool traditional = TraditionalGlyphs();
+  CharacterField->setFont(FieldFont(12, traditional));
+  ResultField->setFont(FieldFont(16, traditional));
+  StaticText1->setFont(FieldFont(11, traditional));
+  TextField->setFont(FieldFont(12, traditional));
+}
+
 LookUpSettings MainWindow::CurrentSettings() const {
   LookUpSettings settings;
   settings.mode = mode;
@@ -468,6 +499,8 @@ LookUpSettings MainWindow::CurrentSettings() const {
   settings.tones = {indicateTonesPrefValue, UseToneNumbersPrefValue,
                     ShowMultipleReadingsPrefValue};
   settings.headers = App::SystemNames();
+  settings.contextReadings = Settings::ContextReadings();
+  settings.standard = Settings::ReadingStandard();
   return settings;
 }
 
@@ -506,6 +539,26 @@ void MainWindow::LookUp() {
   text.replace(QChar('\r'), QChar('\n'));
   ResultField->setPlainText(text);
   ResultField->verticalScrollBar()->setValue(0);
+  busy.reset();
+  ShowPhraseProblems();
+}
+
+void MainWindow::ShowPhraseProblems() {
+  UserPhrases& phrases = Engine().userPhrases();
+  if (!phrases.HasUnreportedProblems()) return;
+  phrases.MarkProblemsReported();
+  // A few dozen lines say enough; the rest are counted.
+  constexpr std::size_t kShown = 30;
+  std::string text = App::kPhraseFileProblems() + "\n\n" + phrases.Path();
+  const auto& problems = phrases.Problems();
+  for (std::size_t i = 0; i < problems.size() && i < kShown; ++i) {
+    text += "\n" + Str(static_cast<long>(problems[i].line)) + ": " +
+            problems[i].what;
+  }
+  if (problems.size() > kShown) {
+    text += "\n... (" + Str(static_cast<long>(problems.size() - kShown)) + ")";
+  }
+  MsgBox(this, ToQ(text));
 }
 
 bool MainWindow::Widget_MouseDown(int y) {

@@ -64,6 +64,9 @@ class MainWindow : public QWidget {
 
   // Reads the input field and shows the result in ResultField.
   void LookUp();
+  // The fonts of the fields, with Traditional glyph forms first under
+  // Taiwan's reading standard or in a Traditional-Chinese locale.
+  void UpdateFieldFonts();
   // The mode switch, animated by its Timer1; the mode buttons that start it
   // stay hidden, and showing them is all it takes to offer it.
   void StartModeSwitching();
@@ -126,6 +129,8 @@ class MainWindow : public QWidget {
  private:
   friend class ModeSwitch;
 
+  // The problems of the user's phrase file, once per version of the file.
+  void ShowPhraseProblems();
   void CreateControls();
   void OpenControls();
   void ContentResized(QSize size);

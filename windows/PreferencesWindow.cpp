@@ -1,6 +1,7 @@
 #include "windows/PreferencesWindow.hpp"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QProxyStyle>
@@ -73,7 +74,7 @@ PreferencesWindow::PreferencesWindow()
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowModality(Qt::ApplicationModal);
   setWindowTitle(Q(App::kQuillmerePreferencesText()));
-  setFixedSize(300, 409);
+  setFixedSize(300, 455);
   // A closed dialog is gone for the accessor at once, even though Qt frees
   // it only on the next turn of the event loop.
   connect(this, &QDialog::finished, this, [this] { instance.Forget(this); });
@@ -85,12 +86,12 @@ PreferencesWindow::PreferencesWindow()
 
   OKButton = new QPushButton(Q(App::kOKText()), this);
   OKButton->setObjectName("OKButton");
-  OKButton->setGeometry(200, 369, 80, 20);
+  OKButton->setGeometry(200, 415, 80, 20);
   OKButton->setDefault(true);
 
   CancelButton = new QPushButton(Q(App::kCancelText()), this);
   CancelButton->setObjectName("CancelButton");
-  CancelButton->setGeometry(110, 369, 80, 20);
+  CancelButton->setGeometry(110, 415, 80, 20);
   CancelButton->setAutoDefault(false);
 
   UseToneNumbersCheckbox = new QCheckBox(Q(App::kUseNumbersText()), this);
@@ -138,6 +139,22 @@ PreferencesWindow::PreferencesWindow()
   AddANewLineRadioButton->setObjectName("AddANewLineRadioButton");
   AddANewLineRadioButton->setGeometry(125, 332, 120, 20);
 
+  ContextReadingsBox =
+      new QCheckBox(Q(App::kChooseReadingsFromContext()), this);
+  ContextReadingsBox->setObjectName("ContextReadingsBox");
+  ContextReadingsBox->setGeometry(20, 355, 260, 20);
+
+  ReadingsText = new QLabel(Q(App::kReadingsText()), this);
+  ReadingsText->setObjectName("ReadingsText");
+  ReadingsText->setGeometry(20, 379, 100, 20);
+
+  ReadingStandardPopup = new QComboBox(this);
+  ReadingStandardPopup->setObjectName("ReadingStandardPopup");
+  ReadingStandardPopup->setGeometry(125, 378, 155, 22);
+  ReadingStandardPopup->addItem(Q(App::kMainlandStandard()));
+  ReadingStandardPopup->addItem(Q(App::kTaiwanStandard()));
+  ReadingsText->setBuddy(ReadingStandardPopup);
+
   // Tab goes down the dialog as it is seen, then to OK and Cancel.
   QWidget* const tabOrder[] = {ListBox1,
                                IndicateTonesBox,
@@ -146,6 +163,8 @@ PreferencesWindow::PreferencesWindow()
                                ShowSegmentationBox,
                                StartLookingUpRadioButton,
                                AddANewLineRadioButton,
+                               ContextReadingsBox,
+                               ReadingStandardPopup,
                                OKButton,
                                CancelButton};
   for (std::size_t i = 1; i < std::size(tabOrder); ++i) {
@@ -168,6 +187,8 @@ PreferencesWindow::PreferencesWindow()
   ShowMultipleReadingsBox_Open();
   ShowSegmentationBox_Open();
   Event_Open();
+  ContextReadingsBox_Open();
+  ReadingStandardPopup_Open();
 }
 
 PreferencesWindow::~PreferencesWindow() { instance.Forget(this); }
@@ -269,6 +290,15 @@ void PreferencesWindow::Event_Open() {
   AddANewLineRadioButton->setChecked(newLine);
 }
 
+void PreferencesWindow::ContextReadingsBox_Open() {
+  ContextReadingsBox->setChecked(Settings::ContextReadings());
+}
+
+void PreferencesWindow::ReadingStandardPopup_Open() {
+  ReadingStandardPopup->setCurrentIndex(
+      Settings::ReadingStandard() == ReadingStandard::kTaiwan ? 1 : 0);
+}
+
 void PreferencesWindow::OKButton_Action() {
   SystemSet systems;
   for (const SystemRow& system : kSystemTable) {
@@ -299,6 +329,13 @@ void PreferencesWindow::OKButton_Action() {
   Settings::SetPressReturnTo(AddANewLineRadioButton->isChecked()
                                  ? ReturnKey::kAddsNewLine
                                  : ReturnKey::kStartsLookUp);
+
+  // Read at each look-up and export as well.
+  Settings::SetContextReadings(ContextReadingsBox->isChecked());
+  Settings::SetReadingStandard(ReadingStandardPopup->currentIndex() == 1
+                                   ? ReadingStandard::kTaiwan
+                                   : ReadingStandard::kMainland);
+  main->UpdateFieldFonts();
 
   // The result field shows the new settings at once.
   main->LookUp();

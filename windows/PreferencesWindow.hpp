@@ -1,10 +1,12 @@
-// The preferences dialog: phonetic systems, tones, readings, segmentation
-// and the Return key. It reads the store when it opens and writes only on OK.
+// The preferences dialog: phonetic systems, tones, readings, segmentation,
+// the Return key, readings in context and the reading standard. It reads the
+// store when it opens and writes only on OK.
 #pragma once
 
 #include <QDialog>
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QPushButton;
 class QRadioButton;
@@ -34,6 +36,8 @@ class PreferencesWindow : public QDialog {
   void ShowSegmentationBox_Open();
   void ShowSegmentationBox_Action();
   void Event_Open();
+  void ContextReadingsBox_Open();
+  void ReadingStandardPopup_Open();
   void OKButton_Action();
   void CancelButton_Action();
 
@@ -49,6 +53,9 @@ class PreferencesWindow : public QDialog {
   QLabel* PressReturnToText;
   QRadioButton* StartLookingUpRadioButton;
   QRadioButton* AddANewLineRadioButton;
+  QCheckBox* ContextReadingsBox;
+  QLabel* ReadingsText;
+  QComboBox* ReadingStandardPopup;  // mainland, Taiwan
 };
 
 }  // namespace quill

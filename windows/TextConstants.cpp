@@ -154,6 +154,23 @@ std::string kStartLookingUp() {
 std::string kAddANewLine() {
   return LocalizedString("App.kAddANewLine", "add a new line");
 }
+std::string kChooseReadingsFromContext() {
+  return LocalizedString("App.kChooseReadingsFromContext",
+                         "Choose readings from context");
+}
+std::string kReadingsText() {
+  return LocalizedString("App.kReadingsText", "Readings:");
+}
+std::string kMainlandStandard() {
+  return LocalizedString("App.kMainlandStandard", "Mainland standard");
+}
+std::string kTaiwanStandard() {
+  return LocalizedString("App.kTaiwanStandard", "Taiwan standard");
+}
+std::string kPhraseFileProblems() {
+  return LocalizedString("App.kPhraseFileProblems",
+                         "These lines of your phrase file were passed over:");
+}
 BlockHeaders SystemNames() {
   return {kHanyuPinyinText(), kZhuyin1Text(), kZhuyin2Text(), kWadeGilesText(),
           kTongyongPinyinText()};

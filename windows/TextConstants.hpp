@@ -56,6 +56,11 @@ std::string kLeopardIsRequired();
 std::string kPressReturnToText();
 std::string kStartLookingUp();
 std::string kAddANewLine();
+std::string kChooseReadingsFromContext();
+std::string kReadingsText();
+std::string kMainlandStandard();
+std::string kTaiwanStandard();
+std::string kPhraseFileProblems();
 
 // The names of the five systems, in the order of the system table: the
 // headers of the result blocks and the rows of the preferences list.

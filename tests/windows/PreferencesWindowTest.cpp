@@ -1,6 +1,7 @@
 // The preferences dialog against a real store in a temporary folder: what it
 // shows when it opens, what OK writes and refreshes, and what it refuses.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -275,6 +276,8 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(Stored("ShowMultipleReadings"), QStringLiteral("0"));
     QCOMPARE(Stored("ShowSegmentation"), QStringLiteral("1"));
     QCOMPARE(Stored("PressReturnTo"), QStringLiteral("1"));
+    QCOMPARE(Stored("ContextReadings"), QStringLiteral("0"));
+    QCOMPARE(Stored("ReadingStandard"), QStringLiteral("0"));
     MainWindow* main = main_;
     QCOMPARE(main->PinyinSystemsPrefValue.PrefValue(), std::string("10110"));
     QCOMPARE(main->UseToneNumbersPrefValue, std::string("0"));
@@ -332,7 +335,7 @@ class PreferencesWindowTest : public QObject {
     QVERIFY(QTest::qWaitForWindowActive(window));
     Control<QTreeWidget>(window, "ListBox1")->setFocus();
     QStringList visited;
-    for (int key = 0; key < 8; ++key) {
+    for (int key = 0; key < 10; ++key) {
       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
       visited << QApplication::focusWidget()->objectName();
     }
@@ -340,8 +343,9 @@ class PreferencesWindowTest : public QObject {
     QCOMPARE(visited,
              (QStringList{"IndicateTonesBox", "UseToneNumbersCheckbox",
                           "ShowMultipleReadingsBox", "ShowSegmentationBox",
-                          "StartLookingUpRadioButton", "OKButton",
-                          "CancelButton", "ListBox1"}));
+                          "StartLookingUpRadioButton", "ContextReadingsBox",
+                          "ReadingStandardPopup", "OKButton", "CancelButton",
+                          "ListBox1"}));
   }
 
   void oneInstanceAtATime() {
@@ -375,6 +379,72 @@ class PreferencesWindowTest : public QObject {
     QVERIFY(result.contains(QStringLiteral("ㄓㄨㄥ")));
     QVERIFY(!result.contains(QStringLiteral("Hanyu Pinyin")));
     QVERIFY(!result.contains(QStringLiteral("stale")));
+    QVERIFY(messages_.isEmpty());
+  }
+
+  // The context check box and the standard pop-up change the readings of
+  // the result at OK, over a table of two words and two characters.
+  void readingControlsChangeTheResultAtOk_data() {
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("context check box") << "ContextReadingsBox"
+                                       << "银行"
+                                       << "ㄧㄣˊ ㄒㄧㄥˊ"
+                                       << "ㄧㄣˊ ㄏㄤˊ";
+    QTest::newRow("standard pop-up") << "ReadingStandardPopup"
+                                     << "垃圾"
+                                     << "ㄌㄚ ㄐㄧ"
+                                     << "ㄌㄜˋ ㄙㄜˋ";
+  }
+  void readingControlsChangeTheResultAtOk() {
+    QFETCH(QString, control);
+    QFETCH(QString, input);
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    DataFiles files = SmallTable(tableFolder_);  // then a table of its own
+    auto write = [this](const char* name, const char* text) {
+      QFile file(tableFolder_.filePath(name));
+      QVERIFY(file.open(QIODevice::WriteOnly));
+      file.write(text);
+    };
+    write("zhuyintable",
+          "垃   ㄌㄚ  ㄌㄜˋ\n圾   ㄐㄧ\n行   ㄒㄧㄥˊ  ㄏㄤˊ\n银   ㄧㄣˊ\n");
+    write("phrasereadings", "银行\tㄧㄣˊ ㄏㄤˊ\t500\n");
+    write("taiwanreadings", "圾\tㄙㄜˋ\n垃\tㄌㄜˋ\n");
+    files.phrasereadings =
+        tableFolder_.filePath("phrasereadings").toStdString();
+    files.taiwanreadings =
+        tableFolder_.filePath("taiwanreadings").toStdString();
+    main_->SetDataFiles(files);
+    Store("PinyinSystems", "01000");
+    Store("ShowMultipleReadings", "0");
+    main_->PinyinSystemsPrefValue = "01000";
+    main_->TextField->setPlainText(input);
+    main_->LookUp();
+    QVERIFY2(main_->ResultField->toPlainText().contains(before),
+             qPrintable(main_->ResultField->toPlainText()));
+
+    PreferencesWindow* window = Open();
+    QWidget* widget = Control<QWidget>(window, qPrintable(control));
+    QVERIFY(widget != nullptr);
+    if (auto* box = qobject_cast<QCheckBox*>(widget)) {
+      QVERIFY(!box->isChecked());
+      ClickIndicator(box);
+    } else {
+      auto* popup = qobject_cast<QComboBox*>(widget);
+      QVERIFY(popup != nullptr);
+      QCOMPARE(popup->currentText(), QStringLiteral("Mainland standard"));
+      QCOMPARE(popup->itemText(1), QStringLiteral("Taiwan standard"));
+      popup->setFocus();
+      QTest::keyClick(popup, Qt::Key_Down);
+      QCOMPARE(popup->currentIndex(), 1);
+    }
+    QTest::mouseClick(Control<QPushButton>(window, "OKButton"), Qt::LeftButton);
+    const QString result = main_->ResultField->toPlainText();
+    QVERIFY2(result.contains(after), qPrintable(result));
+    QVERIFY(!result.contains(before));
     QVERIFY(messages_.isEmpty());
   }
 
