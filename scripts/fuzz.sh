@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 seconds=${1:-20}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(lookup readingtable romanization stconvert exportpage tokenizer preferences)
+[ ${#targets[@]} -gt 0 ] || targets=(lookup readingtable romanization stconvert exportpage tokenizer preferences readings)
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLMERE_FUZZ=ON \
