@@ -191,12 +191,13 @@ def standard_pairs(syllables):
     return {w: p for w, p in pairs.items()}, {w for w in chewing}
 
 
-def score_standards(runs, pairs, words, entries, first, taiwan):
+def differing(runs, pairs, words):
+    """[(run, character, mainland reading, {Taiwan readings})] for the
+    characters read differently inside the words of standard_pairs, found
+    in each run by longest match."""
     longest = max(len(w) for w in words)
-    total = right = 0
-    entries_longest = max(len(w) for w in entries)
-    for run in runs:
-        ours = split_readings(run, entries, entries_longest, first)
+    found = []
+    for r, run in enumerate(runs):
         i = 0
         while i < len(run):
             for n in range(min(longest, len(run) - i), 1, -1):
@@ -206,10 +207,19 @@ def score_standards(runs, pairs, words, entries, first, taiwan):
                 i += 1
                 continue
             for k, (m, tw) in pairs.get(run[i:i + n], {}).items():
-                total += 1
-                right += (ours[i + k] in tw) if taiwan else ours[i + k] == m
+                found.append((r, i + k, m, tw))
             i += n
-    return total, right
+    return found
+
+
+def score_standards(runs, pairs, words, entries, first, taiwan):
+    entries_longest = max(len(w) for w in entries)
+    ours = [split_readings(run, entries, entries_longest, first)
+            for run in runs]
+    found = differing(runs, pairs, words)
+    right = sum((ours[r][i] in tw) if taiwan else ours[r][i] == m
+                for r, i, m, tw in found)
+    return len(found), right
 
 
 def main():

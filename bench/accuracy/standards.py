@@ -25,32 +25,13 @@ import phrase_sources  # noqa: E402
 import score  # noqa: E402
 
 
-def differing(runs, pairs, words):
-    """[(run, character, mainland, {Taiwan readings})] inside the words."""
-    longest = max(len(w) for w in words)
-    found = []
-    for r, run in enumerate(runs):
-        i = 0
-        while i < len(run):
-            for n in range(min(longest, len(run) - i), 1, -1):
-                if run[i:i + n] in words:
-                    break
-            else:
-                i += 1
-                continue
-            for k, (mainland, taiwan) in pairs.get(run[i:i + n], {}).items():
-                found.append((r, i + k, mainland, taiwan))
-            i += n
-    return found
-
-
 def main():
     cli, table, runs_file = sys.argv[1:4]
     options = sys.argv[4:]
     with open(runs_file, encoding="utf-8") as f:
         runs = [line.rstrip("\n") for line in f]
     pairs, words = eval_phrases.standard_pairs(phrase_sources.Syllables())
-    found = differing(runs, pairs, words)
+    found = eval_phrases.differing(runs, pairs, words)
     to_pinyin = eval_phrases.zhuyin_to_pinyin()
     for standard in ("taiwan", "mainland"):
         ours = score.look_up(cli, table, runs, [
