@@ -1,46 +1,36 @@
-// The menu bar's items, where their commands go, and the Window menu's
-// list of windows.
+// The menu bar: its items, which of them the front window enables and where
+// their commands go, the Edit items on the focused field, the keys of Quit
+// and Preferences in every window, and the Window menu's list of windows.
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
-#include <QPlainTextEdit>
-#include <QTest>
 
 #include "WindowTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/MenuHandlers.hpp"
 #include "windows/PreferencesWindow.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 using namespace quill;
 using namespace quill::testing;
 
-// A second window with one handler of its own, as the help window has.
-class OtherWindow : public QWidget {
-  Q_OBJECT
-
+// A second window with one handler of its own.
+class OtherWindow : public QWidget, public MenuHandlers {
  public:
-  OtherWindow() {
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle("Quillmere Help");
+  OtherWindow() { setAttribute(Qt::WA_DeleteOnClose); }
+  std::function<bool()> MenuHandler(const QString& item) override {
+    return FindMenuHandler(this, item,
+                           {{"WindowBringAllToFront", &OtherWindow::BringAll}});
   }
-  Q_INVOKABLE bool _WindowBringAllToFront_Action() {
-    ++handled;
-    return true;
-  }
+  bool BringAll() { return ++handled > 0; }
   int handled = 0;
 };
 
 namespace {
-
-QStringList Names(QMenu* menu) {
-  QStringList names;
-  for (QAction* action : menu->actions()) names << action->objectName();
-  return names;
-}
 
 void Activate(QWidget* window) {
   window->show();
@@ -65,122 +55,84 @@ class MenuTest : public QObject {
     window_ = StartMainWindow();
   }
   void cleanup() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window != window_) window->close();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     CloseMainWindow();
     prefs_.reset();
   }
 
+  // Each menu's items in order, as "name text shortcut".
   void itemsStandInTheirOrder() {
-    QCOMPARE(Names(Menu("FileMenu")),
-             (QStringList{"FileCloseWindow", "UntitledItem1", "FileQuit"}));
-    QCOMPARE(Names(Menu("EditMenu")),
-             (QStringList{"EditUndo", "UntitledMenu1", "EditCut", "EditCopy",
-                          "EditPaste", "EditClear", "UntitledMenu0",
-                          "EditSelectAll", "EditPreferences"}));
-    QCOMPARE(Names(Menu("WindowMenu")).mid(0, 5),
-             (QStringList{"WindowMinimize", "WindowZoom", "UntitledSeparator",
-                          "WindowBringAllToFront", "UntitledSeparator0"}));
-    QCOMPARE(Names(Menu("HelpMenu")),
-             (QStringList{"HelpQuillmereHelp", "HelpAboutQuillmere",
-                          "HelpQuillmereWebsite"}));
-    QStringList titles;
-    for (QAction* action : MenuBar1()->actions()) titles << action->text();
-    QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Window", "Help"}));
+    QStringList items;
+    for (QAction* menu : MenuBar1()->actions()) {
+      items << menu->text();
+      for (QAction* item : menu->menu()->actions().mid(0, 9)) {
+        if (item->isSeparator()) continue;
+        items << item->objectName() + " " + item->text() + " " +
+                     item->shortcut().toString();
+      }
+    }
+    QCOMPARE(items, (QStringList{"&File",
+                                 "FileCloseWindow Close &Window Ctrl+W",
+                                 "FileQuit &Quit Ctrl+Q",
+                                 "&Edit",
+                                 "EditUndo &Undo Ctrl+Z",
+                                 "EditCut Cu&t Ctrl+X",
+                                 "EditCopy &Copy Ctrl+C",
+                                 "EditPaste &Paste Ctrl+V",
+                                 "EditClear &Delete ",
+                                 "EditSelectAll Select &All Ctrl+A",
+                                 "EditPreferences Preferences... Ctrl+,",
+                                 "&Window",
+                                 "WindowMinimize &Minimize Ctrl+M",
+                                 "WindowZoom Zoom ",
+                                 "WindowBringAllToFront Bring All to Front ",
+                                 " Quillmere ",  // the main window's item
+                                 "Help",
+                                 "HelpQuillmereHelp Quillmere Help ",
+                                 "HelpAboutQuillmere About Quillmere ",
+                                 "HelpQuillmereWebsite Quillmere Website "}));
   }
 
-  void itemsHaveTheirTextsAndShortcuts_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QKeySequence>("shortcut");
-    QTest::newRow("close") << "FileCloseWindow"
-                           << "Close &Window" << QKeySequence("Ctrl+W");
-    QTest::newRow("quit") << "FileQuit"
-                          << "&Quit" << QKeySequence("Ctrl+Q");
-    QTest::newRow("undo") << "EditUndo"
-                          << "&Undo" << QKeySequence("Ctrl+Z");
-    QTest::newRow("cut") << "EditCut"
-                         << "Cu&t" << QKeySequence("Ctrl+X");
-    QTest::newRow("clear") << "EditClear"
-                           << "&Delete" << QKeySequence();
-    QTest::newRow("all") << "EditSelectAll"
-                         << "Select &All" << QKeySequence("Ctrl+A");
-    QTest::newRow("prefs") << "EditPreferences"
-                           << "Preferences..." << QKeySequence("Ctrl+,");
-    QTest::newRow("minimize") << "WindowMinimize"
-                              << "&Minimize" << QKeySequence("Ctrl+M");
-    QTest::newRow("zoom") << "WindowZoom"
-                          << "Zoom" << QKeySequence();
-    QTest::newRow("about") << "HelpAboutQuillmere"
-                           << "About Quillmere" << QKeySequence();
-    QTest::newRow("site") << "HelpQuillmereWebsite"
-                          << "Quillmere Website" << QKeySequence();
+  // An item is on when the front window or the application handles it;
+  // then the window has its say.
+  void frontWindowDecidesTheItems_data() {
+    AddRows("frontWindowDecidesTheItems");
   }
-  void itemsHaveTheirTextsAndShortcuts() {
-    QFETCH(QString, name);
-    QFETCH(QString, text);
-    QFETCH(QKeySequence, shortcut);
-    QAction* item = MenuItem(name);
-    QVERIFY(item != nullptr);
-    QCOMPARE(item->text(), text);
-    QCOMPARE(item->shortcut(), shortcut);
-  }
-
-  void mainWindowEnablesItsItems() {
-    Activate(window_);
+  void frontWindowDecidesTheItems() {
+    QFETCH(QString, front);
+    QFETCH(QString, enabled);
+    QWidget* window = window_;
+    if (front == "help") ShowHelpWindow(), window = HelpWindow::Existing();
+    if (front == "about") ShowAboutWindow(), window = AboutWindow::Existing();
+    auto* other = front == "other" ? new OtherWindow : nullptr;
+    if (other != nullptr) window = other;
+    Activate(window);
     EnableMenuItems();
-    QVERIFY(MenuItem("FileCloseWindow")->isEnabled());
-    QVERIFY(MenuItem("WindowMinimize")->isEnabled());
-    QVERIFY(!MenuItem("WindowZoom")->isEnabled());
-    QVERIFY(MenuItem("WindowBringAllToFront")->isEnabled());
-    QVERIFY(MenuItem("HelpAboutQuillmere")->isEnabled());  // App handles it
-  }
-
-  void commandsGoToTheFrontWindowElseNowhere() {
-    auto* other = new OtherWindow;
-    Activate(other);
-    QVERIFY(DispatchMenuItem("WindowBringAllToFront"));
-    QCOMPARE(other->handled, 1);
-    QVERIFY(!DispatchMenuItem("WindowMinimize"));  // neither it nor App
-    EnableMenuItems();
-    QVERIFY(!MenuItem("WindowMinimize")->isEnabled());
-    QVERIFY(MenuItem("EditPreferences")->isEnabled());
-    other->close();
-  }
-
-  void windowMenuFollowsTheWindows() {
-    QMenu* menu = Menu("WindowMenu");
-    emit menu->aboutToShow();  // items of the windows of earlier tests go
-    QCOMPARE(menu->actions().size(), 6);
-    QAction* mainItem = menu->actions().last();
-    QCOMPARE(mainItem->text(), QString("Quillmere"));
-    QVERIFY(mainItem->isChecked());
-
-    QPointer<OtherWindow> other = new OtherWindow;
-    WindowMenuManager::Add(other);
-    QCOMPARE(menu->actions().size(), 7);
-    QAction* otherItem = menu->actions().last();
-    QVERIFY(otherItem->isChecked());
-    QVERIFY(!mainItem->isChecked());
-
-    window_->Event_Activate();
-    QVERIFY(mainItem->isChecked());
-    QVERIFY(!otherItem->isChecked());
-
-    other->setWindowTitle("Renamed");
-    emit menu->aboutToShow();
-    QCOMPARE(otherItem->text(), QString("Renamed"));
-
-    other->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(other.isNull());
-    QCOMPARE(menu->actions().size(), 7);  // until the menu opens again
-    emit menu->aboutToShow();
-    QCOMPARE(menu->actions().size(), 6);
-    QCOMPARE(menu->actions().last()->text(), QString("Quillmere"));
+    QString on;
+    for (const char* name :
+         {"FileCloseWindow", "WindowMinimize", "WindowZoom",
+          "WindowBringAllToFront", "EditPreferences", "HelpAboutQuillmere"}) {
+      on += MenuItem(name)->isEnabled() ? '1' : '0';
+    }
+    QCOMPARE(on, enabled);
+    if (other != nullptr) {
+      QVERIFY(DispatchMenuItem("WindowBringAllToFront"));
+      QCOMPARE(other->handled, 1);
+      QVERIFY(!DispatchMenuItem("WindowMinimize"));
+    } else if (window != window_) {
+      // Close Window closes that window alone.
+      QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+      QVERIFY(!window->isVisible());
+      QVERIFY(window_->isVisible());
+    }
   }
 
   void editItemsServeTheFocusedField() {
     Activate(window_);
-    QPlainTextEdit* field = window_->TextField;
+    QPlainTextEdit* field = TextField(window_);
     field->setPlainText("中文 abc");
     field->setFocus();
     QApplication::clipboard()->clear();
@@ -196,21 +148,21 @@ class MenuTest : public QObject {
     Choose("EditPaste");
     QCOMPARE(field->toPlainText(), QString("中文 abc中文 abc"));
 
-    window_->ResultField->setPlainText("result");
-    window_->ResultField->setFocus();
+    ResultField(window_)->setPlainText("result");
+    ResultField(window_)->setFocus();
     Choose("EditSelectAll");
     EnableMenuItems();
     QVERIFY(!MenuItem("EditCut")->isEnabled());  // read-only
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     Choose("EditCut");
-    QCOMPARE(window_->ResultField->toPlainText(), QString("result"));
+    QCOMPARE(Result(window_), QString("result"));
   }
 
   // Alt+E, and the arrow keys from one open menu to the next, open the Edit
   // menu with its items as the focused field allows them.
   void editMenuFromTheKeyboardServesTheField() {
     Activate(window_);
-    QPlainTextEdit* field = window_->TextField;
+    QPlainTextEdit* field = TextField(window_);
     field->setPlainText("中文");
     field->setFocus();
     field->selectAll();
@@ -219,15 +171,12 @@ class MenuTest : public QObject {
     QTRY_VERIFY(edit->isVisible());
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     QVERIFY(MenuItem("EditCut")->isEnabled());
-    QVERIFY(MenuItem("EditSelectAll")->isEnabled());
-
     QTest::keyClick(edit, Qt::Key_Right);
     QTRY_VERIFY(Menu("WindowMenu")->isVisible());
     QTest::keyClick(Menu("WindowMenu"), Qt::Key_Left);
     QTRY_VERIFY(edit->isVisible());
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     QVERIFY(MenuItem("EditCut")->isEnabled());
-
     QTest::keyClick(edit, Qt::Key_Escape);
     QTest::keyClick(MenuBar1(), Qt::Key_Escape);
     QTRY_VERIFY(!edit->isVisible());
@@ -241,7 +190,6 @@ class MenuTest : public QObject {
     QTest::keyClick(HelpWindow::Existing(), Qt::Key_Comma, Qt::ControlModifier);
     QVERIFY(PreferencesWindow::Existing() != nullptr);
     PreferencesWindow::Existing()->close();
-
     ShowAboutWindow();
     QVERIFY(QTest::qWaitForWindowActive(AboutWindow::Existing()));
     QTest::keyClick(AboutWindow::Existing(), Qt::Key_Q, Qt::ControlModifier);
@@ -250,11 +198,51 @@ class MenuTest : public QObject {
     QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
-  void bringAllToFrontWithOneWindow() {
-    Activate(window_);
-    window_->_WindowBringAllToFront_Action();
-    QVERIFY(window_->isVisible());
-    QCOMPARE(QApplication::activeWindow(), window_);
+  // An item per listed window, with the check at the active one; a closed
+  // window's item goes when the menu opens again. The about box is not
+  // listed.
+  void windowMenuFollowsTheWindows() {
+    QMenu* menu = Menu("WindowMenu");
+    const auto titles = [menu] {
+      emit menu->aboutToShow();
+      QStringList titles;
+      for (QAction* item : menu->actions().mid(5)) {
+        titles << (item->isChecked() ? "*" : "") + item->text();
+      }
+      return titles;
+    };
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+    ShowAboutWindow();
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+    ShowHelpWindow();
+    QCOMPARE(titles(), (QStringList{"Quillmere", "*Quillmere Help"}));
+    window_->Event_Activate();
+    QCOMPARE(titles(), (QStringList{"*Quillmere", "Quillmere Help"}));
+    HelpWindow::Existing()->setWindowTitle("Renamed");
+    QCOMPARE(titles(), (QStringList{"*Quillmere", "Renamed"}));
+    HelpWindow::Existing()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+  }
+
+  // The Help menu, the window's own item in the Window menu and Bring All
+  // to Front each bring a minimised help window back.
+  void minimisedHelpComesBack() {
+    ShowHelpWindow();
+    HelpWindow* help = HelpWindow::Existing();
+    QAction* item = Menu("WindowMenu")->actions().last();
+    const std::function<void()> ways[] = {
+        [] { DispatchMenuItem("HelpQuillmereHelp"); },
+        [item] { item->trigger(); },
+        [] { WindowMenuManager::BringAllToFront(); }};
+    for (const auto& bringBack : ways) {
+      help->showMinimized();
+      QVERIFY(help->isMinimized());
+      bringBack();
+      QVERIFY(!help->isMinimized());
+      QVERIFY(help->isVisible());
+      QCOMPARE(HelpWindow::Existing(), help);
+    }
   }
 
  private:
