@@ -1,8 +1,12 @@
-// The window's size, place and splitter across starts, and what a first
-// start writes to the preferences.
+// The main window's size, place and splitter across starts, what a first
+// start writes to the preferences, and the switch between converter and
+// dictionary mode behind the two mode buttons, once a test has shown them:
+// the field the user types in, each mode's result and size. The switch's
+// tests step Timer1's event by hand, but for one.
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QTimer>
 #include <pugixml.hpp>
 
 #include "WindowTestSupport.hpp"
@@ -21,6 +25,27 @@ class GeometryTest : public QObject {
   static int Top(MainWindow* window, const char* control) {
     return window->ControlRect(Control(window, control)).top();
   }
+  MainWindow* Start(bool offered = true) {
+    window_ = StartMainWindow();
+    window_->SetDataFiles(SmallTable(tableFolder_));
+    for (const char* name : {"DictModeButton", "ConverterModeButton"}) {
+      Control(window_, name)->setVisible(offered);
+      Control(window_, name)->setEnabled(offered);
+    }
+    return window_;
+  }
+  void Press(const char* button, int ticks = 6) {
+    QTest::mouseClick(Control(window_, button), Qt::LeftButton, {},
+                      QPoint(8, 8));
+    for (int i = 0; i < ticks; ++i) window_->Timer1_Action();
+  }
+  QLineEdit* CharacterField() const {
+    return Control<QLineEdit>(window_, "CharacterField");
+  }
+  bool InDictionaryMode() const {
+    return CharacterField()->isVisible() && !TextField(window_)->isVisible();
+  }
+  QSize Size() const { return {window_->Width(), window_->Height()}; }
 
  private slots:
   void init() { prefs_ = std::make_unique<PreferencesFolder>(); }
@@ -47,13 +72,15 @@ class GeometryTest : public QObject {
   }
 
   // Converter mode, whose field is the text field; the mode buttons are
-  // not offered.
+  // hidden and disabled, and nothing switches.
   void startsInConverterMode() {
-    MainWindow* window = StartMainWindow();
-    QVERIFY(TextField(window)->isVisible());
-    QVERIFY(!Control(window, "CharacterField")->isVisible());
-    QVERIFY(!Control(window, "DictModeButton")->isVisible());
-    QVERIFY(!Control(window, "ConverterModeButton")->isVisible());
+    Start(false);
+    QVERIFY(!InDictionaryMode() && TextField(window_)->isVisible());
+    QVERIFY(!Control(window_, "DictModeButton")->isVisible());
+    QVERIFY(!Control(window_, "ConverterModeButton")->isVisible());
+    Press("DictModeButton");
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString());
   }
 
   void savedSize_data() { AddRows("savedSize"); }
@@ -150,8 +177,80 @@ class GeometryTest : public QObject {
     QCOMPARE(Top(window, "Widget"), 400);
   }
 
+  // Each mode has its field, its size and its result back.
+  void eachModeGetsItsFieldSizeAndResultBack() {
+    prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
+    Start();
+    TextField(window_)->setPlainText("中");
+    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    const QString converterResult = Result(window_);
+    Press("DictModeButton");
+    QVERIFY(InDictionaryMode());
+    QCOMPARE(window_->focusWidget(), CharacterField());
+    QCOMPARE(Size(), QSize(300, 453));
+    QCOMPARE(window_->MaxHeight(), 453);  // not resizable
+    QCOMPARE(Result(window_), QString());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("0"));
+
+    CharacterField()->setText("文");
+    QTest::keyClick(CharacterField(), Qt::Key_Return);  // only the button
+    QCOMPARE(Result(window_), QString());
+    QTest::mouseClick(Control(window_, "LookUpCanvas"), Qt::LeftButton);
+    const QString dictionaryResult = Result(window_);
+    QVERIFY(dictionaryResult.startsWith("文\n\n"));
+
+    Press("ConverterModeButton");
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(window_->focusWidget(), TextField(window_));
+    QCOMPARE(Size(), QSize(700, 650));
+    QCOMPARE(Result(window_), converterResult);
+    QCOMPARE(TextField(window_)->toPlainText(), QString("中"));
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("1"));
+
+    Press("DictModeButton");
+    QCOMPARE(Result(window_), dictionaryResult);
+    QCOMPARE(CharacterField()->text(), QString("文"));
+    // The mode is stored, and the next start is in converter mode anyway.
+    CloseMainWindow();
+    Start();
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("0"));
+  }
+
+  // Pressed again half-way, the switch ends in the mode last pressed, and
+  // the result left behind is the emptied one.
+  void secondPressDuringTheSwitch() {
+    prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
+    Start();
+    TextField(window_)->setPlainText("中");
+    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    Press("DictModeButton", 2);
+    Press("ConverterModeButton", 0);
+    Press("DictModeButton", 4);
+    QVERIFY(InDictionaryMode());
+    QCOMPARE(Size(), QSize(300, 453));
+    Press("ConverterModeButton");
+    QCOMPARE(Result(window_), QString());
+    QCOMPARE(Size(), QSize(560, 600));
+  }
+
+  // Left to its timer, the switch runs and stops by itself; with no size
+  // saved, converter mode comes back at its least size.
+  void timerRunsTheSwitch() {
+    Start();
+    auto* timer = window_->findChild<QTimer*>("Timer1");
+    Press("DictModeButton", 0);
+    QTRY_VERIFY(InDictionaryMode() && !timer->isActive());
+    Press("ConverterModeButton", 0);
+    QTRY_VERIFY(!InDictionaryMode() && !timer->isActive());
+    QCOMPARE(Size(), QSize(560, 600));
+    QCOMPARE(QSize(window_->MinWidth(), window_->MinHeight()), QSize(560, 600));
+  }
+
  private:
   std::unique_ptr<PreferencesFolder> prefs_;
+  QTemporaryDir tableFolder_;
+  MainWindow* window_ = nullptr;
 };
 
 QUILLMERE_TEST_MAIN(GeometryTest)

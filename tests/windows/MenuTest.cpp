@@ -1,14 +1,22 @@
 // The menu bar: its items, which of them the front window enables and where
 // their commands go, the Edit items on the focused field, the keys of Quit
 // and Preferences in every window, and the Window menu's list of windows.
+// The windows that exist once, the about box's texts and link, and the
+// help text.
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
+#include <QLabel>
 #include <QMenu>
+#include <QPointer>
+#include <QTextBlock>
+#include <QUrl>
 
 #include "WindowTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
+#include "windows/ExportWindow.hpp"
 #include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
 #include "windows/MenuHandlers.hpp"
@@ -17,6 +25,17 @@
 
 using namespace quill;
 using namespace quill::testing;
+
+// Stands in for the browser: keeps the addresses it was asked to open.
+class UrlCatcher : public QObject {
+  Q_OBJECT
+
+ public:
+  QList<QUrl> opened;
+
+ public slots:
+  void Open(const QUrl& url) { opened << url; }
+};
 
 // A second window with one handler of its own.
 class OtherWindow : public QWidget, public MenuHandlers {
@@ -31,6 +50,32 @@ class OtherWindow : public QWidget, public MenuHandlers {
 };
 
 namespace {
+
+// Each window's instance and its Show, by the window's name.
+QWidget* Existing(const QString& name) {
+  if (name == "About") return AboutWindow::Existing();
+  if (name == "Help") return HelpWindow::Existing();
+  if (name == "Preferences") return PreferencesWindow::Existing();
+  return ExportWindow::Existing();
+}
+
+QWidget* Show(const QString& name) {
+  if (name == "About") ShowAboutWindow();
+  if (name == "Help") ShowHelpWindow();
+  if (name == "Preferences") ShowPreferencesWindow();
+  if (name == "Export") ShowExportWindow();
+  return Existing(name);
+}
+
+AboutWindow* OpenAbout() {
+  ShowAboutWindow();
+  (void)QTest::qWaitForWindowActive(AboutWindow::Existing());
+  return AboutWindow::Existing();
+}
+
+QLabel* Label(QWidget* window, const char* name) {
+  return Control<QLabel>(window, name);
+}
 
 void Activate(QWidget* window) {
   window->show();
@@ -63,37 +108,18 @@ class MenuTest : public QObject {
     prefs_.reset();
   }
 
-  // Each menu's items in order, as "name text shortcut".
-  void itemsStandInTheirOrder() {
-    QStringList items;
-    for (QAction* menu : MenuBar1()->actions()) {
-      items << menu->text();
-      for (QAction* item : menu->menu()->actions().mid(0, 9)) {
-        if (item->isSeparator()) continue;
-        items << item->objectName() + " " + item->text() + " " +
-                     item->shortcut().toString();
-      }
-    }
-    QCOMPARE(items, (QStringList{"&File",
-                                 "FileCloseWindow Close &Window Ctrl+W",
-                                 "FileQuit &Quit Ctrl+Q",
-                                 "&Edit",
-                                 "EditUndo &Undo Ctrl+Z",
-                                 "EditCut Cu&t Ctrl+X",
-                                 "EditCopy &Copy Ctrl+C",
-                                 "EditPaste &Paste Ctrl+V",
-                                 "EditClear &Delete ",
-                                 "EditSelectAll Select &All Ctrl+A",
-                                 "EditPreferences Preferences... Ctrl+,",
-                                 "&Window",
-                                 "WindowMinimize &Minimize Ctrl+M",
-                                 "WindowZoom Zoom ",
-                                 "WindowBringAllToFront Bring All to Front ",
-                                 " Quillmere ",  // the main window's item
-                                 "Help",
-                                 "HelpQuillmereHelp Quillmere Help ",
-                                 "HelpAboutQuillmere About Quillmere ",
-                                 "HelpQuillmereWebsite Quillmere Website "}));
+  // The menus in order, and each item in its place.
+  void menuItems_data() { AddRows("menuItems"); }
+  void menuItems() {
+    QStringList titles;
+    for (QAction* menu : MenuBar1()->actions()) titles << menu->text();
+    QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Window", "Help"}));
+    QFETCH(QString, menu);
+    QFETCH(QString, place);
+    QAction* item = Menu(menu)->actions().value(place.toInt());
+    QCOMPARE(item->objectName(), QString(QTest::currentDataTag()));
+    QTEST(item->text(), "text");
+    QTEST(item->shortcut().toString(), "shortcut");
   }
 
   // An item is on when the front window or the application handles it;
@@ -243,6 +269,87 @@ class MenuTest : public QObject {
       QVERIFY(help->isVisible());
       QCOMPARE(HelpWindow::Existing(), help);
     }
+  }
+
+  // Showing a window again brings the one there is; once closed, a new
+  // one comes. Escape closes the window, or hides the export dialog.
+  void windows_data() { AddRows("windows"); }
+  void windows() {
+    QFETCH(QString, name);
+    QFETCH(QString, escapeCloses);
+    QPointer<QWidget> first = Show(name);
+    QVERIFY(QTest::qWaitForWindowActive(first));
+    QCOMPARE(Show(name), first.data());
+    int shown = 0;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      shown += widget->isVisible() && widget != window_;
+    }
+    QCOMPARE(shown, 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(first.isNull() || !first->isVisible());
+    QTEST(QString::number(Existing(name) == nullptr), "escapeCloses");
+    if (escapeCloses == "0") first->close();
+    QVERIFY(Existing(name) == nullptr);
+    QVERIFY(Show(name)->isVisible());
+  }
+
+  // No text in the title bar: where a title is empty, Qt shows the
+  // application's name instead, so it is a blank.
+  void aboutShowsNameVersionAndIcon() {
+    AboutWindow* window = OpenAbout();
+    QVERIFY(!window->windowTitle().isEmpty());
+    QVERIFY(window->windowTitle().trimmed().isEmpty());
+    QCOMPARE(Label(window, "StaticText1")->text(), QString("Quillmere"));
+    QVERIFY(Label(window, "StaticText1")->font().bold());
+    QCOMPARE(Label(window, "StaticText3")->text(), QString("2.1.1"));
+    QCOMPARE(Label(window, "StaticText4")->text(),
+             QuillmereApp::WebsiteAddress());
+    QCOMPARE(Label(window, "Canvas1")->pixmap().deviceIndependentSize(),
+             QSizeF(100, 100));
+  }
+
+  // The link underlines under the mouse and opens the product's page at a
+  // press; a click elsewhere opens nothing.
+  void aboutLink() {
+    UrlCatcher browser;
+    QDesktopServices::setUrlHandler("https", &browser, "Open");
+    AboutWindow* window = OpenAbout();
+    QLabel* link = Label(window, "StaticText4");
+    QVERIFY(!link->font().underline());
+    QTest::mouseMove(link, link->rect().center());
+    QTRY_VERIFY(link->font().underline());
+    QCOMPARE(link->cursor().shape(), Qt::PointingHandCursor);
+    QLabel* name = Label(window, "StaticText1");
+    QTest::mouseMove(name, name->rect().center());
+    QTRY_VERIFY(!link->font().underline());
+    QTest::mousePress(link, Qt::LeftButton);
+    QTest::mouseRelease(link, Qt::LeftButton);
+    QTest::mouseClick(Label(window, "StaticText3"), Qt::LeftButton);
+    QCOMPARE(browser.opened, QList<QUrl>{QUrl(QuillmereApp::WebsiteAddress())});
+    QDesktopServices::unsetUrlHandler("https");
+  }
+
+  // The help text line by line, to select and copy but not to change.
+  void helpTextCanBeCopiedButNotChanged() {
+    ShowHelpWindow();
+    HelpWindow* window = HelpWindow::Existing();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QCOMPARE(window->windowTitle(), QString("Quillmere Help"));
+    auto* field = Control<QPlainTextEdit>(window, "EditField1");
+    QCOMPARE(field->document()->blockCount(), 10);
+    QCOMPARE(field->document()->findBlockByNumber(1).text(),
+             QString("1. Hanyu Pinyin"));
+    const QString help = QString::fromStdString(App::kHelpContent());
+    QCOMPARE(field->toPlainText(), QString(help).replace('\r', '\n'));
+    field->setFocus();
+    QTest::keyClicks(field, "xyz");
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(field->toPlainText(), QString(help).replace('\r', '\n'));
+    QApplication::clipboard()->clear();
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), field->toPlainText());
   }
 
  private:
