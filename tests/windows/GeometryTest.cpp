@@ -109,12 +109,7 @@ class GeometryTest : public QObject {
 
   // A size and place saved on a larger screen come back within this one.
   void savedGeometryStaysOnTheScreen_data() {
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<QString>("top");
-    QTest::newRow("far right and down") << "6000"
-                                        << "5000";
-    QTest::newRow("too large for its place") << "100"
-                                             << "50";
+    AddRows("savedGeometryStaysOnTheScreen");
   }
   void savedGeometryStaysOnTheScreen() {
     QFETCH(QString, left);
