@@ -59,9 +59,11 @@ int main(int argc, char** argv) {
   quill::StartUp();
   quill::MainWindow* window = quill::MainWindow::Existing();
   if (window == nullptr) return 1;
+  auto* const resultField = window->findChild<QPlainTextEdit*>("ResultField");
+  auto* const textField = window->findChild<QPlainTextEdit*>("TextField");
   window->installEventFilter(&watch);
-  window->ResultField->viewport()->installEventFilter(&watch);
-  window->TextField->viewport()->installEventFilter(&watch);
+  resultField->viewport()->installEventFilter(&watch);
+  textField->viewport()->installEventFilter(&watch);
   SettlePaints(watch);
   const qint64 startup = watch.last;
 
@@ -74,19 +76,19 @@ int main(int argc, char** argv) {
   }
   window->SetDataFiles(quill::bench::BuildDataFiles());
   const qint64 pasteStart = clock.elapsed();
-  window->TextField->setPlainText(
+  textField->setPlainText(
       QString::fromUtf8(text->data(), static_cast<qsizetype>(text->size())));
   SettlePaints(watch);
   const qint64 paste = watch.last - pasteStart;
 
   const qint64 returnAt = clock.elapsed();
-  QTest::keyClick(window->TextField, Qt::Key_Return);
+  QTest::keyClick(textField, Qt::Key_Return);
   SettlePaints(watch);
   std::printf(
       "startup_ms=%lld paste_ms=%lld lookup_to_last_paint_ms=%lld "
       "result_chars=%lld\n",
       static_cast<long long>(startup), static_cast<long long>(paste),
       static_cast<long long>(watch.last - returnAt),
-      static_cast<long long>(window->ResultField->toPlainText().size()));
+      static_cast<long long>(resultField->toPlainText().size()));
   return 0;
 }

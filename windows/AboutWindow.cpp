@@ -150,6 +150,11 @@ void AboutWindow::Event_EnableMenuItems() {
   }
 }
 
+std::function<bool()> AboutWindow::MenuHandler(const QString& item) {
+  return FindMenuHandler(
+      this, item, {{"FileCloseWindow", &AboutWindow::_FileCloseWindow_Action}});
+}
+
 bool AboutWindow::_FileCloseWindow_Action() {
   close();
   return true;

@@ -4,11 +4,13 @@
 
 #include <QWidget>
 
+#include "windows/MenuHandlers.hpp"
+
 class QLabel;
 
 namespace quill {
 
-class AboutWindow : public QWidget {
+class AboutWindow : public QWidget, public MenuHandlers {
   Q_OBJECT
 
  public:
@@ -20,8 +22,9 @@ class AboutWindow : public QWidget {
   ~AboutWindow() override;
 
   // What the menus ask of the window while it is in front.
-  Q_INVOKABLE void Event_EnableMenuItems();
-  Q_INVOKABLE bool _FileCloseWindow_Action();
+  void Event_EnableMenuItems() override;
+  std::function<bool()> MenuHandler(const QString& item) override;
+  bool _FileCloseWindow_Action();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -29,6 +29,15 @@ void QuillmereApp::Event_Open() {
   if (!Settings::PinyinSystems()) Settings::SetPinyinSystems(SystemSet());
 }
 
+std::function<bool()> QuillmereApp::MenuHandler(const QString& item) {
+  return FindMenuHandler(
+      this, item,
+      {{"EditPreferences", &QuillmereApp::_EditPreferences_Action},
+       {"HelpAboutQuillmere", &QuillmereApp::_HelpAboutQuillmere_Action},
+       {"HelpQuillmereHelp", &QuillmereApp::_HelpQuillmereHelp_Action},
+       {"HelpQuillmereWebsite", &QuillmereApp::_HelpQuillmereWebsite_Action}});
+}
+
 bool QuillmereApp::_EditPreferences_Action() {
   ShowPreferencesWindow();
   return true;

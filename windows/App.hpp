@@ -9,13 +9,14 @@
 #include <QApplication>
 #include <string>
 
+#include "windows/MenuHandlers.hpp"
 #include "windows/TextConstants.hpp"
 
 namespace quill {
 
 class PreferencesError;
 
-class QuillmereApp : public QApplication {
+class QuillmereApp : public QApplication, public MenuHandlers {
   Q_OBJECT
 
  public:
@@ -26,10 +27,12 @@ class QuillmereApp : public QApplication {
   // Writes the default of PinyinSystems when there is none.
   void Event_Open();
 
-  Q_INVOKABLE bool _EditPreferences_Action();
-  Q_INVOKABLE bool _HelpAboutQuillmere_Action();
-  Q_INVOKABLE bool _HelpQuillmereHelp_Action();
-  Q_INVOKABLE bool _HelpQuillmereWebsite_Action();
+  // The application's menu handlers, for any window in front.
+  std::function<bool()> MenuHandler(const QString& item) override;
+  bool _EditPreferences_Action();
+  bool _HelpAboutQuillmere_Action();
+  bool _HelpQuillmereHelp_Action();
+  bool _HelpQuillmereWebsite_Action();
 
   // The product's page, opened by the Help menu and the about box.
   static QString WebsiteAddress();

@@ -96,6 +96,13 @@ void HelpWindow::Event_EnableMenuItems() {
   }
 }
 
+std::function<bool()> HelpWindow::MenuHandler(const QString& item) {
+  return FindMenuHandler(
+      this, item,
+      {{"FileCloseWindow", &HelpWindow::_FileCloseWindow_Action},
+       {"WindowBringAllToFront", &HelpWindow::_WindowBringAllToFront_Action}});
+}
+
 bool HelpWindow::_FileCloseWindow_Action() {
   close();
   return true;

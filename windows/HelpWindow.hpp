@@ -5,12 +5,13 @@
 #include <QWidget>
 
 #include "windows/LockedLayout.hpp"
+#include "windows/MenuHandlers.hpp"
 
 class QPlainTextEdit;
 
 namespace quill {
 
-class HelpWindow : public QWidget {
+class HelpWindow : public QWidget, public MenuHandlers {
   Q_OBJECT
 
  public:
@@ -22,9 +23,10 @@ class HelpWindow : public QWidget {
   ~HelpWindow() override;
 
   // What the menus ask of the window while it is in front.
-  Q_INVOKABLE void Event_EnableMenuItems();
-  Q_INVOKABLE bool _FileCloseWindow_Action();
-  Q_INVOKABLE bool _WindowBringAllToFront_Action();
+  void Event_EnableMenuItems() override;
+  std::function<bool()> MenuHandler(const QString& item) override;
+  bool _FileCloseWindow_Action();
+  bool _WindowBringAllToFront_Action();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

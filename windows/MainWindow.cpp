@@ -308,14 +308,31 @@ void MainWindow::Event_Open() {
   // Sizes set so far are no user's resizing: the mode is not yet converter.
   knownSize_ = QSize(Width(), Height());
   layout_.SetLeft(DimpleIcon, Width() / 2 - 3 - layout_.Rect(Widget).left());
-  indicateTonesPrefValue = OnOff(Settings::IndicateTones());
+  SetPreferenceMirrors(MirrorTime::kOpen);
   mode = Mode::kConverter;
   CharacterField->setVisible(false);
   TextField->setVisible(true);
   TextField->setFocus();
   ConverterModeButton->SetBackdrop(convertermode_on());
-  PinyinSystemsPrefValue = Settings::PinyinSystems().value_or(SystemSet());
   WindowMenuManager::Add(this);
+}
+
+void MainWindow::SetPreferenceMirrors(MirrorTime time) {
+  if (time == MirrorTime::kRun) {
+    ShowMultipleReadingsPrefValue = OnOff(Settings::ShowMultipleReadings());
+    return;
+  }
+  indicateTonesPrefValue = OnOff(Settings::IndicateTones());
+  PinyinSystemsPrefValue = Settings::PinyinSystems().value_or(SystemSet());
+  if (time == MirrorTime::kPreferencesSaved) {
+    UseToneNumbersPrefValue = OnOff(Settings::UseToneNumbers());
+  }
+}
+
+void MainWindow::PreferencesSaved() {
+  SetPreferenceMirrors(MirrorTime::kPreferencesSaved);
+  UpdateFieldFonts();
+  LookUp();
 }
 
 int MainWindow::MenuBarHeight() const {
@@ -405,6 +422,15 @@ void MainWindow::Event_EnableMenuItems() {
   MenuItem("WindowMinimize")->setEnabled(true);
   MenuItem("WindowZoom")->setEnabled(false);
   MenuItem("WindowBringAllToFront")->setEnabled(true);
+}
+
+std::function<bool()> MainWindow::MenuHandler(const QString& item) {
+  return FindMenuHandler(
+      this, item,
+      {{"FileCloseWindow", &MainWindow::_FileCloseWindow_Action},
+       {"WindowMinimize", &MainWindow::_WindowMinimize_Action},
+       {"WindowBringAllToFront", &MainWindow::_WindowBringAllToFront_Action},
+       {"WindowZoom", &MainWindow::_WindowZoom_Action}});
 }
 
 bool MainWindow::_FileCloseWindow_Action() {
@@ -513,7 +539,7 @@ LookUpEngine& MainWindow::Engine() {
 
 void MainWindow::LookUp() {
   const bool segmentation = Settings::ShowSegmentation();
-  ShowMultipleReadingsPrefValue = OnOff(Settings::ShowMultipleReadings());
+  SetPreferenceMirrors(MirrorTime::kRun);
   LookUpSettings settings = CurrentSettings();
   settings.segmentation = segmentation;
 
@@ -636,7 +662,7 @@ void MainWindow::SetResultFieldText(const std::string& text) {
 void MainWindow::Export() {
   const std::string exportText =
       mode == Mode::kConverter ? TextFieldTemp : CharacterFieldTemp;
-  ShowMultipleReadingsPrefValue = OnOff(Settings::ShowMultipleReadings());
+  SetPreferenceMirrors(MirrorTime::kRun);
   if (Trim(exportText).empty()) return;
 
   ExportWindow* dialog = ExportWindow::Instance();

@@ -13,6 +13,7 @@
 
 #include "lookup/LookUp.hpp"
 #include "windows/LockedLayout.hpp"
+#include "windows/MenuHandlers.hpp"
 
 class QKeyEvent;
 class QLabel;
@@ -25,7 +26,7 @@ namespace quill {
 class Canvas;
 class ModeSwitch;
 
-class MainWindow : public QWidget {
+class MainWindow : public QWidget, public MenuHandlers {
   Q_OBJECT
 
  public:
@@ -34,45 +35,17 @@ class MainWindow : public QWidget {
   // The instance if there is one, without making it.
   static MainWindow* Existing();
 
-  // The record of the window's state. Strings start empty, numbers at 0.
-  std::string CurrentField;
-  SystemSet PinyinSystemsPrefValue;
-  std::string UseToneNumbersPrefValue;
-  std::string indicateTonesPrefValue;
-  Mode mode = Mode::kDictionary;  // until Open settles in converter mode
-  int mainWindowWidth = 0;
-  int mainWindowHeight = 0;
-  std::string ShowMultipleReadingsPrefValue;
-  std::string TextFieldTemp;
-  std::string CharacterFieldTemp;
-  int WidgetClick = 0;
-  int WidgetTop = 0;
-  int TextFieldHeight = 0;
-  int ResultFieldHeight = 0;
-  int YField = 0;
-
-  // The controls, in the order of their creation.
-  QLineEdit* CharacterField = nullptr;
-  QPlainTextEdit* ResultField = nullptr;
-  QLabel* StaticText1 = nullptr;
-  QPlainTextEdit* TextField = nullptr;
-  Canvas* Widget = nullptr;
-  Canvas* DimpleIcon = nullptr;
-  Canvas* DictModeButton = nullptr;
-  Canvas* ConverterModeButton = nullptr;
-  Canvas* LookUpCanvas = nullptr;
-
   // Reads the input field and shows the result in ResultField.
   void LookUp();
-  // The fonts of the fields, with Traditional glyph forms first under
-  // Taiwan's reading standard or in a Traditional-Chinese locale.
-  void UpdateFieldFonts();
+  // After the preferences window has saved: the window takes the saved
+  // preferences, its fonts follow the reading standard, and the result
+  // field shows the input looked up again with them.
+  void PreferencesSaved();
   // The mode switch, animated by its Timer1; the mode buttons that start it
   // stay hidden, and showing them is all it takes to offer it.
   void StartModeSwitching();
   // One step of the switch's animation: Timer1's event.
   void Timer1_Action();
-  ModeSwitch& Switch() { return *modeSwitch_; }
 
   // The greatest size of the content in either direction.
   static constexpr int kMaxSize = 32000;
@@ -86,13 +59,14 @@ class MainWindow : public QWidget {
   void Event_Moved();
   void Event_Close();
   void Event_Activate();
-  Q_INVOKABLE void Event_EnableMenuItems();
+  void Event_EnableMenuItems() override;
 
   // The window's menu handlers.
-  Q_INVOKABLE bool _FileCloseWindow_Action();
-  Q_INVOKABLE bool _WindowMinimize_Action();
-  Q_INVOKABLE bool _WindowBringAllToFront_Action();
-  Q_INVOKABLE bool _WindowZoom_Action();
+  std::function<bool()> MenuHandler(const QString& item) override;
+  bool _FileCloseWindow_Action();
+  bool _WindowMinimize_Action();
+  bool _WindowBringAllToFront_Action();
+  bool _WindowZoom_Action();
 
   // Key handling of TextField: true when the key was taken.
   bool TextField_KeyDown(const QKeyEvent& event);
@@ -146,6 +120,15 @@ class MainWindow : public QWidget {
   void ConverterModeButton_MouseUp();
   void SetLimits(QSize least, QSize most);
   void MoveFields(int travel);
+  // The fonts of the fields, with Traditional glyph forms first under
+  // Taiwan's reading standard or in a Traditional-Chinese locale.
+  void UpdateFieldFonts();
+  // The mirrors of the preferences that LookUp and Export work with, all
+  // set here from the stored values: the systems and the tone marks at
+  // Open, the tone numbers too once the preferences window has saved
+  // (until then they stay off), and the multiple readings at each run.
+  enum class MirrorTime { kOpen, kPreferencesSaved, kRun };
+  void SetPreferenceMirrors(MirrorTime time);
   // The settings of LookUp and Export, as the window holds them, without
   // segmentation.
   LookUpSettings CurrentSettings() const;
@@ -154,6 +137,35 @@ class MainWindow : public QWidget {
   // ResultField's text with the layout's CR line ends, and back.
   std::string ResultFieldText() const;
   void SetResultFieldText(const std::string& text);
+
+  // The record of the window's state. Strings start empty, numbers at 0.
+  std::string CurrentField;
+  SystemSet PinyinSystemsPrefValue;
+  std::string UseToneNumbersPrefValue;
+  std::string indicateTonesPrefValue;
+  Mode mode = Mode::kDictionary;  // until Open settles in converter mode
+  int mainWindowWidth = 0;
+  int mainWindowHeight = 0;
+  std::string ShowMultipleReadingsPrefValue;
+  std::string TextFieldTemp;
+  std::string CharacterFieldTemp;
+  int WidgetClick = 0;
+  int WidgetTop = 0;
+  int TextFieldHeight = 0;
+  int ResultFieldHeight = 0;
+  int YField = 0;
+
+  // The controls, in the order of their creation; each has its name as
+  // its objectName.
+  QLineEdit* CharacterField = nullptr;
+  QPlainTextEdit* ResultField = nullptr;
+  QLabel* StaticText1 = nullptr;
+  QPlainTextEdit* TextField = nullptr;
+  Canvas* Widget = nullptr;
+  Canvas* DimpleIcon = nullptr;
+  Canvas* DictModeButton = nullptr;
+  Canvas* ConverterModeButton = nullptr;
+  Canvas* LookUpCanvas = nullptr;
 
   QWidget* content_ = nullptr;
   LockedLayout layout_;

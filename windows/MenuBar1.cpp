@@ -5,13 +5,14 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMetaMethod>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTextEdit>
 #include <array>
+#include <functional>
 
 #include "windows/App.hpp"
+#include "windows/MenuHandlers.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 namespace quill {
@@ -150,9 +151,6 @@ struct EditTarget {
 
   void Do(const QString& name) const {
     if (!Enabled(name)) return;
-    QObject* field = line    ? static_cast<QObject*>(line)
-                     : plain ? static_cast<QObject*>(plain)
-                             : static_cast<QObject*>(rich);
     if (name == "EditClear") {
       if (line) {
         line->del();
@@ -163,27 +161,42 @@ struct EditTarget {
       }
       return;
     }
-    const char* slot = name == "EditUndo"    ? "undo"
-                       : name == "EditCut"   ? "cut"
-                       : name == "EditCopy"  ? "copy"
-                       : name == "EditPaste" ? "paste"
-                                             : "selectAll";
-    QMetaObject::invokeMethod(field, slot, Qt::DirectConnection);
+    const auto run = [&name](auto* field) {
+      if (name == "EditUndo") {
+        field->undo();
+      } else if (name == "EditCut") {
+        field->cut();
+      } else if (name == "EditCopy") {
+        field->copy();
+      } else if (name == "EditPaste") {
+        field->paste();
+      } else {
+        field->selectAll();
+      }
+    };
+    if (line) {
+      run(line);
+    } else if (plain) {
+      run(plain);
+    } else {
+      run(rich);
+    }
   }
 };
 
-// The handler "_<name>_Action" of the frontmost window, else of App.
-std::pair<QObject*, QMetaMethod> Handler(const QString& name) {
-  const QByteArray signature = ("_" + name + "_Action()").toLatin1();
+// The item's handler in the frontmost window, else in App, or an empty
+// function.
+std::function<bool()> Handler(const QString& name) {
   const std::array<QObject*, 2> targets{QApplication::activeWindow(),
                                         QCoreApplication::instance()};
   for (QObject* target : targets) {
-    if (target == nullptr) continue;
-    const int index =
-        target->metaObject()->indexOfMethod(signature.constData());
-    if (index >= 0) return {target, target->metaObject()->method(index)};
+    if (auto* handlers = dynamic_cast<MenuHandlers*>(target)) {
+      if (std::function<bool()> handler = handlers->MenuHandler(name)) {
+        return handler;
+      }
+    }
   }
-  return {nullptr, {}};
+  return {};
 }
 
 QMenuBar* Build() {
@@ -256,9 +269,9 @@ QAction* MenuItem(const QString& name) {
 QMenu* Menu(const QString& name) { return MenuBar1()->findChild<QMenu*>(name); }
 
 bool DispatchMenuItem(const QString& name) {
-  auto [target, method] = Handler(name);
-  if (target == nullptr) return false;
-  method.invoke(target, Qt::DirectConnection);
+  const std::function<bool()> handler = Handler(name);
+  if (!handler) return false;
+  handler();
   return true;
 }
 
@@ -273,15 +286,12 @@ void EnableMenuItems() {
     } else if (IsEditItem(name)) {
       action->setEnabled(EditTarget().Enabled(name));
     } else {
-      action->setEnabled(Handler(name).first != nullptr);
+      action->setEnabled(static_cast<bool>(Handler(name)));
     }
   }
-  if (QWidget* window = QApplication::activeWindow()) {
-    const int index =
-        window->metaObject()->indexOfMethod("Event_EnableMenuItems()");
-    if (index >= 0) {
-      window->metaObject()->method(index).invoke(window, Qt::DirectConnection);
-    }
+  if (auto* window =
+          dynamic_cast<MenuHandlers*>(QApplication::activeWindow())) {
+    window->Event_EnableMenuItems();
   }
 }
 

@@ -1,7 +1,7 @@
 // The one menu bar: File, Edit, Window and Help. Items are found by name
-// (their objectName), and a chosen item goes to the handler named
-// "_<item>_Action" of the frontmost window, else to that of the application
-// object; the Edit items are served by the focused field.
+// (their objectName), and a chosen item goes to the handler of the
+// frontmost window, else to that of the application object, as their
+// MenuHandlers tell them; the Edit items are served by the focused field.
 #pragma once
 
 #include <QMenuBar>
@@ -25,7 +25,7 @@ bool DispatchMenuItem(const QString& name);
 
 // Sets each item's enabling as the frontmost window wants it: an item is
 // on when someone handles it, the Edit items when the focused field can do
-// them; then the window's Event_EnableMenuItems has its say.
+// them; then the frontmost window's Event_EnableMenuItems has its say.
 void EnableMenuItems();
 
 }  // namespace quill

@@ -310,19 +310,9 @@ void PreferencesWindow::OKButton_Action() {
     return;
   }
 
-  MainWindow* main = MainWindow::Instance();
   Settings::SetPinyinSystems(systems);
-  main->PinyinSystemsPrefValue = systems;
-
-  const bool toneNumbers = UseToneNumbersCheckbox->isChecked();
-  Settings::SetUseToneNumbers(toneNumbers);
-  main->UseToneNumbersPrefValue = toneNumbers ? "1" : "0";
-
-  const bool indicateTones = IndicateTonesBox->isChecked();
-  Settings::SetIndicateTones(indicateTones);
-  main->indicateTonesPrefValue = indicateTones ? "1" : "0";
-
-  // LookUp and Export read these two at each run, so no mirror is set.
+  Settings::SetUseToneNumbers(UseToneNumbersCheckbox->isChecked());
+  Settings::SetIndicateTones(IndicateTonesBox->isChecked());
   Settings::SetShowMultipleReadings(ShowMultipleReadingsBox->isChecked());
   Settings::SetShowSegmentation(ShowSegmentationBox->isChecked());
 
@@ -330,15 +320,13 @@ void PreferencesWindow::OKButton_Action() {
                                  ? ReturnKey::kAddsNewLine
                                  : ReturnKey::kStartsLookUp);
 
-  // Read at each look-up and export as well.
   Settings::SetContextReadings(ContextReadingsBox->isChecked());
   Settings::SetReadingStandard(ReadingStandardPopup->currentIndex() == 1
                                    ? ReadingStandard::kTaiwan
                                    : ReadingStandard::kMainland);
-  main->UpdateFieldFonts();
 
   // The result field shows the new settings at once.
-  main->LookUp();
+  MainWindow::Instance()->PreferencesSaved();
   close();
 }
 

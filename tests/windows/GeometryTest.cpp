@@ -1,43 +1,51 @@
-// The window's size and place across starts, the splitter, and what a
-// start writes to the preferences.
+// The main window's size, place and splitter across starts, what a first
+// start writes to the preferences, and the switch between converter and
+// dictionary mode behind the two mode buttons, once a test has shown them:
+// the field the user types in, each mode's result and size. The switch's
+// tests step Timer1's event by hand, but for one.
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <QTest>
+#include <QTimer>
 #include <pugixml.hpp>
 
 #include "WindowTestSupport.hpp"
-#include "windows/Canvas.hpp"
 
 using namespace quill;
 using namespace quill::testing;
 
-namespace {
-
-// The children of the preferences file's document element, name=value.
-QStringList FileChildren(const PreferencesFolder& prefs) {
-  pugi::xml_document document;
-  document.load_file(prefs.FilePath().c_str());
-  QStringList children;
-  for (const auto child : document.document_element().children()) {
-    children << QString::fromUtf8(child.name()) + "=" +
-                    QString::fromUtf8(child.child_value());
-  }
-  return children;
-}
-
-// A drag of the mouse with the left button held, as the splitter gets it.
-void DragTo(QWidget* widget, QPoint point) {
-  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point),
-                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(widget, &move);
-}
-
-}  // namespace
-
 class GeometryTest : public QObject {
   Q_OBJECT
+
+ private:
+  MainWindow* Restart() {
+    CloseMainWindow();
+    return StartMainWindow();
+  }
+  static int Top(MainWindow* window, const char* control) {
+    return window->ControlRect(Control(window, control)).top();
+  }
+  MainWindow* Start(bool offered = true) {
+    window_ = StartMainWindow();
+    window_->SetDataFiles(SmallTable(tableFolder_));
+    for (const char* name : {"DictModeButton", "ConverterModeButton"}) {
+      Control(window_, name)->setVisible(offered);
+      Control(window_, name)->setEnabled(offered);
+    }
+    return window_;
+  }
+  void Press(const char* button, int ticks = 6) {
+    QTest::mouseClick(Control(window_, button), Qt::LeftButton, {},
+                      QPoint(8, 8));
+    for (int i = 0; i < ticks; ++i) window_->Timer1_Action();
+  }
+  QLineEdit* CharacterField() const {
+    return Control<QLineEdit>(window_, "CharacterField");
+  }
+  bool InDictionaryMode() const {
+    return CharacterField()->isVisible() && !TextField(window_)->isVisible();
+  }
+  QSize Size() const { return {window_->Width(), window_->Height()}; }
 
  private slots:
   void init() { prefs_ = std::make_unique<PreferencesFolder>(); }
@@ -46,207 +54,198 @@ class GeometryTest : public QObject {
     prefs_.reset();
   }
 
-  void firstStartWritesTheDefaultAlone() {
-    QVERIFY(!prefs_->FileExists());
+  // The systems' default alone, besides the font size; a stored value
+  // stays as it is.
+  void startWritesOnlyTheDefaultSystems() {
     StartMainWindow();
-    QCoreApplication::processEvents();
-    QCOMPARE(FileChildren(*prefs_),
+    pugi::xml_document document;
+    document.load_file(prefs_->FilePath().c_str());
+    QStringList children;
+    for (const auto child : document.document_element().children()) {
+      children << QString("%1=%2").arg(child.name(), child.child_value());
+    }
+    QCOMPARE(children,
              (QStringList{"MainFontSize=11111", "PinyinSystems=11111"}));
-  }
-
-  void storedSystemsStayAsTheyAre() {
     prefs_->Write("PinyinSystems", "00000");
-    MainWindow* window = StartMainWindow();
-    QCOMPARE(prefs_->Read("PinyinSystems"), std::string("00000"));
-    QCOMPARE(window->PinyinSystemsPrefValue.PrefValue(), std::string("00000"));
+    Restart();
+    QCOMPARE(prefs_->Read("PinyinSystems"), QString("00000"));
   }
 
-  void toneNumbersWaitForThePreferencesWindow() {
-    prefs_->Write("UseToneNumbers", "1");
-    prefs_->Write("IndicateTones", "0");
-    MainWindow* window = StartMainWindow();
-    QCOMPARE(window->UseToneNumbersPrefValue, std::string());
-    QCOMPARE(window->indicateTonesPrefValue, std::string("0"));
-    QCOMPARE(window->mode, Mode::kConverter);
-    QVERIFY(window->TextField->isVisible());
-    QVERIFY(!window->CharacterField->isVisible());
-    QVERIFY(!window->DictModeButton->isVisible() &&
-            !window->DictModeButton->isEnabled());
-    QVERIFY(!window->ConverterModeButton->isVisible());
+  // Converter mode, whose field is the text field; the mode buttons are
+  // hidden and disabled, and nothing switches.
+  void startsInConverterMode() {
+    Start(false);
+    QVERIFY(!InDictionaryMode() && TextField(window_)->isVisible());
+    QVERIFY(!Control(window_, "DictModeButton")->isVisible());
+    QVERIFY(!Control(window_, "ConverterModeButton")->isVisible());
+    Press("DictModeButton");
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString());
   }
 
-  void savedSize_data() {
-    QTest::addColumn<QString>("width");
-    QTest::addColumn<QString>("height");
-    QTest::addColumn<int>("expectedWidth");
-    QTest::addColumn<int>("expectedHeight");
-    QTest::addColumn<int>("remembered");  // mainWindowWidth afterwards
-    QTest::newRow("none") << ""
-                          << "" << 300 << 453 << 0;
-    QTest::newRow("300 by 600: width not over 300") << "300"
-                                                    << "600" << 300 << 453 << 0;
-    QTest::newRow("301 by 449: used") << "301"
-                                      << "449" << 301 << 453 << 301;
-    QTest::newRow("640 by 448: height not over 448")
-        << "640"
-        << "448" << 300 << 453 << 0;
-    QTest::newRow("640 by 700") << "640"
-                                << "700" << 640 << 700 << 640;
-    QTest::newRow("not numbers") << "wide"
-                                 << "tall" << 300 << 453 << 0;
-  }
+  void savedSize_data() { AddRows("savedSize"); }
   void savedSize() {
-    QFETCH(QString, width);
-    QFETCH(QString, height);
-    QFETCH(int, expectedWidth);
-    QFETCH(int, expectedHeight);
-    QFETCH(int, remembered);
-    if (!width.isEmpty()) prefs_->Write("MainWindowWidth", width.toStdString());
-    if (!height.isEmpty())
-      prefs_->Write("MainWindowHeight", height.toStdString());
+    QFETCH(QString, stored);
+    const QStringList size = Values(stored);
+    if (!size.isEmpty()) {
+      prefs_->WriteAll(
+          {"MainWindowWidth=" + size[0], "MainWindowHeight=" + size[1]});
+    }
     MainWindow* window = StartMainWindow();
-    QCOMPARE(window->Width(), expectedWidth);
-    QCOMPARE(window->Height(), expectedHeight);
-    QCOMPARE(window->mainWindowWidth, remembered);
-    // The start itself saves no size.
-    QCOMPARE(prefs_->Read("MainWindowWidth"), width.toStdString());
+    QTEST(QString("%1x%2").arg(window->Width()).arg(window->Height()), "size");
+    QCOMPARE(prefs_->Read("MainWindowWidth"), size.value(0));  // none saved
   }
 
-  void savedPosition_data() {
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<QString>("top");
-    QTest::addColumn<bool>("used");
-    QTest::newRow("valid") << "120"
-                           << "130" << true;
-    QTest::newRow("left 0") << "0"
-                            << "130" << false;
-    QTest::newRow("top 10") << "120"
-                            << "10" << false;
-    QTest::newRow("top 11") << "120"
-                            << "11" << true;
-  }
+  void savedPosition_data() { AddRows("savedPosition"); }
   void savedPosition() {
-    QFETCH(QString, left);
-    QFETCH(QString, top);
-    QFETCH(bool, used);
-    prefs_->Write("MainWindowLeft", left.toStdString());
-    prefs_->Write("MainWindowTop", top.toStdString());
+    QFETCH(QString, stored);
+    const QStringList place = Values(stored);
+    prefs_->WriteAll(
+        {"MainWindowLeft=" + place[0], "MainWindowTop=" + place[1]});
     MainWindow* window = StartMainWindow();
-    const QPoint wanted(left.toInt(), top.toInt());
-    QCOMPARE(window->pos() == wanted, used);
+    const QPoint saved(place[0].toInt(), place[1].toInt());
+    QTEST(QString::number(window->pos() == saved), "used");
   }
 
   // A size and place saved on a larger screen come back within this one.
   void savedGeometryStaysOnTheScreen_data() {
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<QString>("top");
-    QTest::newRow("far right and down") << "6000"
-                                        << "5000";
-    QTest::newRow("too large for its place") << "100"
-                                             << "50";
+    AddRows("savedGeometryStaysOnTheScreen");
   }
   void savedGeometryStaysOnTheScreen() {
     QFETCH(QString, left);
     QFETCH(QString, top);
-    prefs_->Write("MainWindowWidth", "5000");
-    prefs_->Write("MainWindowHeight", "4000");
-    prefs_->Write("MainWindowLeft", left.toStdString());
-    prefs_->Write("MainWindowTop", top.toStdString());
+    prefs_->WriteAll({"MainWindowWidth=5000", "MainWindowHeight=4000",
+                      "MainWindowLeft=" + left, "MainWindowTop=" + top});
     MainWindow* window = StartMainWindow();
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    const QRect shown(window->pos(), window->size());
-    QVERIFY2(area.contains(shown), qPrintable(QStringLiteral("%1,%2 %3x%4")
-                                                  .arg(shown.x())
-                                                  .arg(shown.y())
-                                                  .arg(shown.width())
-                                                  .arg(shown.height())));
+    QVERIFY(area.contains(QRect(window->pos(), window->size())));
     QCOMPARE(window->width(), area.width());
-    QCOMPARE(window->mainWindowWidth, area.width());
   }
 
-  void resizingSavesTheSize() {
-    MainWindow* window = StartMainWindow();
-    window->SetSize(520, 610);
-    QTRY_COMPARE(prefs_->Read("MainWindowHeight"), std::string("610"));
-    QCOMPARE(prefs_->Read("MainWindowWidth"), std::string("520"));
-    QCOMPARE(window->mainWindowWidth, 520);
-    // The grip stays in the middle of the splitter.
-    QCOMPARE(window->DimpleIcon->mapTo(window, QPoint()).x(), 520 / 2 - 3);
-    // ResultField follows all four edges.
-    QCOMPARE(window->ControlRect(window->ResultField).width(), 302 + 220);
-  }
-
-  void movingSavesThePosition() {
+  // Resized and moved by the user, the window comes back so.
+  void sizeAndPlaceSurviveARestart() {
     MainWindow* window = StartMainWindow();
     window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window));
+    window->SetSize(520, 610);
     window->move(140, 150);
-    QTRY_COMPARE(prefs_->Read("MainWindowTop"), std::string("150"));
-    QCOMPARE(prefs_->Read("MainWindowLeft"), std::string("140"));
+    QTRY_COMPARE(prefs_->Read("MainWindowTop"), QString("150"));
+    // The grip stays in the middle of the splitter.
+    QCOMPARE(Control(window, "DimpleIcon")->mapTo(window, QPoint()).x(),
+             520 / 2 - 3);
+    window = Restart();
+    QCOMPARE(QSize(window->Width(), window->Height()), QSize(520, 610));
+    QCOMPARE(window->pos(), QPoint(140, 150));
   }
 
   void splitterOpensAtItsSavedPlace_data() {
-    QTest::addColumn<QString>("saved");
-    QTest::addColumn<int>("top");
-    QTest::newRow("none") << "" << 114;
-    QTest::newRow("under the floor") << "50" << 114;
-    QTest::newRow("200") << "200" << 200;
-    QTest::newRow("below the window") << "900" << 900;
+    AddRows("splitterOpensAtItsSavedPlace");
   }
   void splitterOpensAtItsSavedPlace() {
     QFETCH(QString, saved);
-    QFETCH(int, top);
-    if (!saved.isEmpty())
-      prefs_->Write("MainWindowWidgetHeight", saved.toStdString());
+    QFETCH(QString, top);
+    if (!saved.isEmpty()) prefs_->Write("MainWindowWidgetHeight", saved);
     MainWindow* window = StartMainWindow();
-    QCOMPARE(window->ControlRect(window->Widget).top(), top);
-    QCOMPARE(window->ControlRect(window->TextField).height(), top - 38 - 10);
-    QCOMPARE(window->ControlRect(window->ResultField).top(), top + 10);
-    QCOMPARE(window->ControlRect(window->ResultField).bottom() + 1,
-             window->Height() - 22);
-    QCOMPARE(window->MinHeight(), 453);
+    QCOMPARE(Top(window, "Widget"), top.toInt());
+    QCOMPARE(window->ControlRect(TextField(window)).bottom() + 1,
+             top.toInt() - 10);
+    QCOMPARE(Top(window, "ResultField"), top.toInt() + 10);
   }
 
-  void splitterDragStopsAtItsLimits() {
+  // Dragged within its limits, the splitter raises the window's least
+  // height, and stays where it was left at the next start.
+  void splitterDragSurvivesARestart() {
+    prefs_->WriteAll({"MainWindowWidth=400", "MainWindowHeight=600"});
     MainWindow* window = StartMainWindow();
-    Canvas* bar = window->Widget;
-    const int resultBottom = window->ControlRect(window->ResultField).bottom();
+    auto* bar = Control<Canvas>(window, "Widget");
     QTest::mousePress(bar, Qt::LeftButton, {}, QPoint(20, 4));
     DragTo(bar, QPoint(20, 4 - 300));
-    QCOMPARE(window->ControlRect(bar).top(), 114);
-    QCOMPARE(window->ControlRect(window->TextField).height(), 66);
-    QCOMPARE(window->ControlRect(window->ResultField).top(), 124);
-    DragTo(bar, QPoint(20, 4 + 500));
-    QCOMPARE(window->ControlRect(bar).top(), 453 - 150);
-    QCOMPARE(window->ControlRect(window->ResultField).bottom(), resultBottom);
+    QCOMPARE(Top(window, "Widget"), 114);
+    DragTo(bar, QPoint(20, 4 + 900));
+    QCOMPARE(Top(window, "Widget"), 600 - 150);
+    DragTo(bar, QPoint(20, 4 - 50));
+    QCOMPARE(Top(window, "Widget"), 400);
+    QCOMPARE(Top(window, "ResultField"), 410);
     QTest::mouseRelease(bar, Qt::LeftButton, {}, QPoint(20, 4));
-    QCOMPARE(window->MinHeight(), 453);
-  }
-
-  void splitterReleaseRaisesTheLeastHeight() {
-    prefs_->Write("MainWindowWidth", "400");
-    prefs_->Write("MainWindowHeight", "600");
-    MainWindow* window = StartMainWindow();
-    Canvas* bar = window->Widget;
-    QTest::mousePress(bar, Qt::LeftButton, {}, QPoint(20, 5));
-    DragTo(bar, QPoint(20, 5 + 400 - 114));
-    QCOMPARE(window->ControlRect(bar).top(), 400);
-    QCOMPARE(window->ControlRect(window->TextField).height(), 66 + 400 - 114);
-    QCOMPARE(window->ControlRect(window->ResultField).top(), 410);
-    QTest::mouseRelease(bar, Qt::LeftButton, {}, QPoint(20, 5));
     QCOMPARE(window->MinHeight(), 550);
+    window = Restart();
+    QCOMPARE(Top(window, "Widget"), 400);
   }
 
-  void closingSavesTheSplitter() {
-    prefs_->Write("MainWindowWidgetHeight", "160");
-    StartMainWindow();
+  // Each mode has its field, its size and its result back.
+  void eachModeGetsItsFieldSizeAndResultBack() {
+    prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
+    Start();
+    TextField(window_)->setPlainText("中");
+    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    const QString converterResult = Result(window_);
+    Press("DictModeButton");
+    QVERIFY(InDictionaryMode());
+    QCOMPARE(window_->focusWidget(), CharacterField());
+    QCOMPARE(Size(), QSize(300, 453));
+    QCOMPARE(window_->MaxHeight(), 453);  // not resizable
+    QCOMPARE(Result(window_), QString());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("0"));
+
+    CharacterField()->setText("文");
+    QTest::keyClick(CharacterField(), Qt::Key_Return);  // only the button
+    QCOMPARE(Result(window_), QString());
+    QTest::mouseClick(Control(window_, "LookUpCanvas"), Qt::LeftButton);
+    const QString dictionaryResult = Result(window_);
+    QVERIFY(dictionaryResult.startsWith("文\n\n"));
+
+    Press("ConverterModeButton");
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(window_->focusWidget(), TextField(window_));
+    QCOMPARE(Size(), QSize(700, 650));
+    QCOMPARE(Result(window_), converterResult);
+    QCOMPARE(TextField(window_)->toPlainText(), QString("中"));
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("1"));
+
+    Press("DictModeButton");
+    QCOMPARE(Result(window_), dictionaryResult);
+    QCOMPARE(CharacterField()->text(), QString("文"));
+    // The mode is stored, and the next start is in converter mode anyway.
     CloseMainWindow();
-    QCOMPARE(prefs_->Read("MainWindowWidgetHeight"), std::string("160"));
-    QVERIFY(MainWindow::Existing() == nullptr);
+    Start();
+    QVERIFY(!InDictionaryMode());
+    QCOMPARE(prefs_->Read("DefaultMode"), QString("0"));
+  }
+
+  // Pressed again half-way, the switch ends in the mode last pressed, and
+  // the result left behind is the emptied one.
+  void secondPressDuringTheSwitch() {
+    prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
+    Start();
+    TextField(window_)->setPlainText("中");
+    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    Press("DictModeButton", 2);
+    Press("ConverterModeButton", 0);
+    Press("DictModeButton", 4);
+    QVERIFY(InDictionaryMode());
+    QCOMPARE(Size(), QSize(300, 453));
+    Press("ConverterModeButton");
+    QCOMPARE(Result(window_), QString());
+    QCOMPARE(Size(), QSize(560, 600));
+  }
+
+  // Left to its timer, the switch runs and stops by itself; with no size
+  // saved, converter mode comes back at its least size.
+  void timerRunsTheSwitch() {
+    Start();
+    auto* timer = window_->findChild<QTimer*>("Timer1");
+    Press("DictModeButton", 0);
+    QTRY_VERIFY(InDictionaryMode() && !timer->isActive());
+    Press("ConverterModeButton", 0);
+    QTRY_VERIFY(!InDictionaryMode() && !timer->isActive());
+    QCOMPARE(Size(), QSize(560, 600));
+    QCOMPARE(QSize(window_->MinWidth(), window_->MinHeight()), QSize(560, 600));
   }
 
  private:
   std::unique_ptr<PreferencesFolder> prefs_;
+  QTemporaryDir tableFolder_;
+  MainWindow* window_ = nullptr;
 };
 
 QUILLMERE_TEST_MAIN(GeometryTest)

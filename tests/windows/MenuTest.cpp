@@ -1,45 +1,80 @@
-// The menu bar's items, where their commands go, and the Window menu's
-// list of windows.
+// The menu bar: its items, which of them the front window enables and where
+// their commands go, the Edit items on the focused field, the keys of Quit
+// and Preferences in every window, and the Window menu's list of windows.
+// The windows that exist once, the about box's texts and link, and the
+// help text.
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
+#include <QLabel>
 #include <QMenu>
-#include <QPlainTextEdit>
-#include <QTest>
+#include <QPointer>
+#include <QTextBlock>
+#include <QUrl>
 
 #include "WindowTestSupport.hpp"
 #include "windows/AboutWindow.hpp"
 #include "windows/Dialogs.hpp"
+#include "windows/ExportWindow.hpp"
 #include "windows/HelpWindow.hpp"
 #include "windows/MenuBar1.hpp"
+#include "windows/MenuHandlers.hpp"
 #include "windows/PreferencesWindow.hpp"
 #include "windows/WindowMenuManager.hpp"
 
 using namespace quill;
 using namespace quill::testing;
 
-// A second window with one handler of its own, as the help window has.
-class OtherWindow : public QWidget {
+// Stands in for the browser: keeps the addresses it was asked to open.
+class UrlCatcher : public QObject {
   Q_OBJECT
 
  public:
-  OtherWindow() {
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle("Quillmere Help");
+  QList<QUrl> opened;
+
+ public slots:
+  void Open(const QUrl& url) { opened << url; }
+};
+
+// A second window with one handler of its own.
+class OtherWindow : public QWidget, public MenuHandlers {
+ public:
+  OtherWindow() { setAttribute(Qt::WA_DeleteOnClose); }
+  std::function<bool()> MenuHandler(const QString& item) override {
+    return FindMenuHandler(this, item,
+                           {{"WindowBringAllToFront", &OtherWindow::BringAll}});
   }
-  Q_INVOKABLE bool _WindowBringAllToFront_Action() {
-    ++handled;
-    return true;
-  }
+  bool BringAll() { return ++handled > 0; }
   int handled = 0;
 };
 
 namespace {
 
-QStringList Names(QMenu* menu) {
-  QStringList names;
-  for (QAction* action : menu->actions()) names << action->objectName();
-  return names;
+// Each window's instance and its Show, by the window's name.
+QWidget* Existing(const QString& name) {
+  if (name == "About") return AboutWindow::Existing();
+  if (name == "Help") return HelpWindow::Existing();
+  if (name == "Preferences") return PreferencesWindow::Existing();
+  return ExportWindow::Existing();
+}
+
+QWidget* Show(const QString& name) {
+  if (name == "About") ShowAboutWindow();
+  if (name == "Help") ShowHelpWindow();
+  if (name == "Preferences") ShowPreferencesWindow();
+  if (name == "Export") ShowExportWindow();
+  return Existing(name);
+}
+
+AboutWindow* OpenAbout() {
+  ShowAboutWindow();
+  (void)QTest::qWaitForWindowActive(AboutWindow::Existing());
+  return AboutWindow::Existing();
+}
+
+QLabel* Label(QWidget* window, const char* name) {
+  return Control<QLabel>(window, name);
 }
 
 void Activate(QWidget* window) {
@@ -65,122 +100,65 @@ class MenuTest : public QObject {
     window_ = StartMainWindow();
   }
   void cleanup() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window != window_) window->close();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     CloseMainWindow();
     prefs_.reset();
   }
 
-  void itemsStandInTheirOrder() {
-    QCOMPARE(Names(Menu("FileMenu")),
-             (QStringList{"FileCloseWindow", "UntitledItem1", "FileQuit"}));
-    QCOMPARE(Names(Menu("EditMenu")),
-             (QStringList{"EditUndo", "UntitledMenu1", "EditCut", "EditCopy",
-                          "EditPaste", "EditClear", "UntitledMenu0",
-                          "EditSelectAll", "EditPreferences"}));
-    QCOMPARE(Names(Menu("WindowMenu")).mid(0, 5),
-             (QStringList{"WindowMinimize", "WindowZoom", "UntitledSeparator",
-                          "WindowBringAllToFront", "UntitledSeparator0"}));
-    QCOMPARE(Names(Menu("HelpMenu")),
-             (QStringList{"HelpQuillmereHelp", "HelpAboutQuillmere",
-                          "HelpQuillmereWebsite"}));
+  // The menus in order, and each item in its place.
+  void menuItems_data() { AddRows("menuItems"); }
+  void menuItems() {
     QStringList titles;
-    for (QAction* action : MenuBar1()->actions()) titles << action->text();
+    for (QAction* menu : MenuBar1()->actions()) titles << menu->text();
     QCOMPARE(titles, (QStringList{"&File", "&Edit", "&Window", "Help"}));
+    QFETCH(QString, menu);
+    QFETCH(QString, place);
+    QAction* item = Menu(menu)->actions().value(place.toInt());
+    QCOMPARE(item->objectName(), QString(QTest::currentDataTag()));
+    QTEST(item->text(), "text");
+    QTEST(item->shortcut().toString(), "shortcut");
   }
 
-  void itemsHaveTheirTextsAndShortcuts_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QKeySequence>("shortcut");
-    QTest::newRow("close") << "FileCloseWindow"
-                           << "Close &Window" << QKeySequence("Ctrl+W");
-    QTest::newRow("quit") << "FileQuit"
-                          << "&Quit" << QKeySequence("Ctrl+Q");
-    QTest::newRow("undo") << "EditUndo"
-                          << "&Undo" << QKeySequence("Ctrl+Z");
-    QTest::newRow("cut") << "EditCut"
-                         << "Cu&t" << QKeySequence("Ctrl+X");
-    QTest::newRow("clear") << "EditClear"
-                           << "&Delete" << QKeySequence();
-    QTest::newRow("all") << "EditSelectAll"
-                         << "Select &All" << QKeySequence("Ctrl+A");
-    QTest::newRow("prefs") << "EditPreferences"
-                           << "Preferences..." << QKeySequence("Ctrl+,");
-    QTest::newRow("minimize") << "WindowMinimize"
-                              << "&Minimize" << QKeySequence("Ctrl+M");
-    QTest::newRow("zoom") << "WindowZoom"
-                          << "Zoom" << QKeySequence();
-    QTest::newRow("about") << "HelpAboutQuillmere"
-                           << "About Quillmere" << QKeySequence();
-    QTest::newRow("site") << "HelpQuillmereWebsite"
-                          << "Quillmere Website" << QKeySequence();
+  // An item is on when the front window or the application handles it;
+  // then the window has its say.
+  void frontWindowDecidesTheItems_data() {
+    AddRows("frontWindowDecidesTheItems");
   }
-  void itemsHaveTheirTextsAndShortcuts() {
-    QFETCH(QString, name);
-    QFETCH(QString, text);
-    QFETCH(QKeySequence, shortcut);
-    QAction* item = MenuItem(name);
-    QVERIFY(item != nullptr);
-    QCOMPARE(item->text(), text);
-    QCOMPARE(item->shortcut(), shortcut);
-  }
-
-  void mainWindowEnablesItsItems() {
-    Activate(window_);
+  void frontWindowDecidesTheItems() {
+    QFETCH(QString, front);
+    QFETCH(QString, enabled);
+    QWidget* window = window_;
+    if (front == "help") ShowHelpWindow(), window = HelpWindow::Existing();
+    if (front == "about") ShowAboutWindow(), window = AboutWindow::Existing();
+    auto* other = front == "other" ? new OtherWindow : nullptr;
+    if (other != nullptr) window = other;
+    Activate(window);
     EnableMenuItems();
-    QVERIFY(MenuItem("FileCloseWindow")->isEnabled());
-    QVERIFY(MenuItem("WindowMinimize")->isEnabled());
-    QVERIFY(!MenuItem("WindowZoom")->isEnabled());
-    QVERIFY(MenuItem("WindowBringAllToFront")->isEnabled());
-    QVERIFY(MenuItem("HelpAboutQuillmere")->isEnabled());  // App handles it
-  }
-
-  void commandsGoToTheFrontWindowElseNowhere() {
-    auto* other = new OtherWindow;
-    Activate(other);
-    QVERIFY(DispatchMenuItem("WindowBringAllToFront"));
-    QCOMPARE(other->handled, 1);
-    QVERIFY(!DispatchMenuItem("WindowMinimize"));  // neither it nor App
-    EnableMenuItems();
-    QVERIFY(!MenuItem("WindowMinimize")->isEnabled());
-    QVERIFY(MenuItem("EditPreferences")->isEnabled());
-    other->close();
-  }
-
-  void windowMenuFollowsTheWindows() {
-    QMenu* menu = Menu("WindowMenu");
-    emit menu->aboutToShow();  // items of the windows of earlier tests go
-    QCOMPARE(menu->actions().size(), 6);
-    QAction* mainItem = menu->actions().last();
-    QCOMPARE(mainItem->text(), QString("Quillmere"));
-    QVERIFY(mainItem->isChecked());
-
-    QPointer<OtherWindow> other = new OtherWindow;
-    WindowMenuManager::Add(other);
-    QCOMPARE(menu->actions().size(), 7);
-    QAction* otherItem = menu->actions().last();
-    QVERIFY(otherItem->isChecked());
-    QVERIFY(!mainItem->isChecked());
-
-    window_->Event_Activate();
-    QVERIFY(mainItem->isChecked());
-    QVERIFY(!otherItem->isChecked());
-
-    other->setWindowTitle("Renamed");
-    emit menu->aboutToShow();
-    QCOMPARE(otherItem->text(), QString("Renamed"));
-
-    other->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(other.isNull());
-    QCOMPARE(menu->actions().size(), 7);  // until the menu opens again
-    emit menu->aboutToShow();
-    QCOMPARE(menu->actions().size(), 6);
-    QCOMPARE(menu->actions().last()->text(), QString("Quillmere"));
+    QString on;
+    for (const char* name :
+         {"FileCloseWindow", "WindowMinimize", "WindowZoom",
+          "WindowBringAllToFront", "EditPreferences", "HelpAboutQuillmere"}) {
+      on += MenuItem(name)->isEnabled() ? '1' : '0';
+    }
+    QCOMPARE(on, enabled);
+    if (other != nullptr) {
+      QVERIFY(DispatchMenuItem("WindowBringAllToFront"));
+      QCOMPARE(other->handled, 1);
+      QVERIFY(!DispatchMenuItem("WindowMinimize"));
+    } else if (window != window_) {
+      // Close Window closes that window alone.
+      QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+      QVERIFY(!window->isVisible());
+      QVERIFY(window_->isVisible());
+    }
   }
 
   void editItemsServeTheFocusedField() {
     Activate(window_);
-    QPlainTextEdit* field = window_->TextField;
+    QPlainTextEdit* field = TextField(window_);
     field->setPlainText("中文 abc");
     field->setFocus();
     QApplication::clipboard()->clear();
@@ -196,21 +174,21 @@ class MenuTest : public QObject {
     Choose("EditPaste");
     QCOMPARE(field->toPlainText(), QString("中文 abc中文 abc"));
 
-    window_->ResultField->setPlainText("result");
-    window_->ResultField->setFocus();
+    ResultField(window_)->setPlainText("result");
+    ResultField(window_)->setFocus();
     Choose("EditSelectAll");
     EnableMenuItems();
     QVERIFY(!MenuItem("EditCut")->isEnabled());  // read-only
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     Choose("EditCut");
-    QCOMPARE(window_->ResultField->toPlainText(), QString("result"));
+    QCOMPARE(Result(window_), QString("result"));
   }
 
   // Alt+E, and the arrow keys from one open menu to the next, open the Edit
   // menu with its items as the focused field allows them.
   void editMenuFromTheKeyboardServesTheField() {
     Activate(window_);
-    QPlainTextEdit* field = window_->TextField;
+    QPlainTextEdit* field = TextField(window_);
     field->setPlainText("中文");
     field->setFocus();
     field->selectAll();
@@ -219,15 +197,12 @@ class MenuTest : public QObject {
     QTRY_VERIFY(edit->isVisible());
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     QVERIFY(MenuItem("EditCut")->isEnabled());
-    QVERIFY(MenuItem("EditSelectAll")->isEnabled());
-
     QTest::keyClick(edit, Qt::Key_Right);
     QTRY_VERIFY(Menu("WindowMenu")->isVisible());
     QTest::keyClick(Menu("WindowMenu"), Qt::Key_Left);
     QTRY_VERIFY(edit->isVisible());
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     QVERIFY(MenuItem("EditCut")->isEnabled());
-
     QTest::keyClick(edit, Qt::Key_Escape);
     QTest::keyClick(MenuBar1(), Qt::Key_Escape);
     QTRY_VERIFY(!edit->isVisible());
@@ -241,7 +216,6 @@ class MenuTest : public QObject {
     QTest::keyClick(HelpWindow::Existing(), Qt::Key_Comma, Qt::ControlModifier);
     QVERIFY(PreferencesWindow::Existing() != nullptr);
     PreferencesWindow::Existing()->close();
-
     ShowAboutWindow();
     QVERIFY(QTest::qWaitForWindowActive(AboutWindow::Existing()));
     QTest::keyClick(AboutWindow::Existing(), Qt::Key_Q, Qt::ControlModifier);
@@ -250,11 +224,131 @@ class MenuTest : public QObject {
     QVERIFY(AboutWindow::Existing() == nullptr);
   }
 
-  void bringAllToFrontWithOneWindow() {
-    Activate(window_);
-    window_->_WindowBringAllToFront_Action();
-    QVERIFY(window_->isVisible());
-    QCOMPARE(QApplication::activeWindow(), window_);
+  // An item per listed window, with the check at the active one; a closed
+  // window's item goes when the menu opens again. The about box is not
+  // listed.
+  void windowMenuFollowsTheWindows() {
+    QMenu* menu = Menu("WindowMenu");
+    const auto titles = [menu] {
+      emit menu->aboutToShow();
+      QStringList titles;
+      for (QAction* item : menu->actions().mid(5)) {
+        titles << (item->isChecked() ? "*" : "") + item->text();
+      }
+      return titles;
+    };
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+    ShowAboutWindow();
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+    ShowHelpWindow();
+    QCOMPARE(titles(), (QStringList{"Quillmere", "*Quillmere Help"}));
+    window_->Event_Activate();
+    QCOMPARE(titles(), (QStringList{"*Quillmere", "Quillmere Help"}));
+    HelpWindow::Existing()->setWindowTitle("Renamed");
+    QCOMPARE(titles(), (QStringList{"*Quillmere", "Renamed"}));
+    HelpWindow::Existing()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(titles(), QStringList{"*Quillmere"});
+  }
+
+  // The Help menu, the window's own item in the Window menu and Bring All
+  // to Front each bring a minimised help window back.
+  void minimisedHelpComesBack() {
+    ShowHelpWindow();
+    HelpWindow* help = HelpWindow::Existing();
+    QAction* item = Menu("WindowMenu")->actions().last();
+    const std::function<void()> ways[] = {
+        [] { DispatchMenuItem("HelpQuillmereHelp"); },
+        [item] { item->trigger(); },
+        [] { WindowMenuManager::BringAllToFront(); }};
+    for (const auto& bringBack : ways) {
+      help->showMinimized();
+      QVERIFY(help->isMinimized());
+      bringBack();
+      QVERIFY(!help->isMinimized());
+      QVERIFY(help->isVisible());
+      QCOMPARE(HelpWindow::Existing(), help);
+    }
+  }
+
+  // Showing a window again brings the one there is; once closed, a new
+  // one comes. Escape closes the window, or hides the export dialog.
+  void windows_data() { AddRows("windows"); }
+  void windows() {
+    QFETCH(QString, name);
+    QFETCH(QString, escapeCloses);
+    QPointer<QWidget> first = Show(name);
+    QVERIFY(QTest::qWaitForWindowActive(first));
+    QCOMPARE(Show(name), first.data());
+    int shown = 0;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      shown += widget->isVisible() && widget != window_;
+    }
+    QCOMPARE(shown, 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(first.isNull() || !first->isVisible());
+    QTEST(QString::number(Existing(name) == nullptr), "escapeCloses");
+    if (escapeCloses == "0") first->close();
+    QVERIFY(Existing(name) == nullptr);
+    QVERIFY(Show(name)->isVisible());
+  }
+
+  // No text in the title bar: where a title is empty, Qt shows the
+  // application's name instead, so it is a blank.
+  void aboutShowsNameVersionAndIcon() {
+    AboutWindow* window = OpenAbout();
+    QVERIFY(!window->windowTitle().isEmpty());
+    QVERIFY(window->windowTitle().trimmed().isEmpty());
+    QCOMPARE(Label(window, "StaticText1")->text(), QString("Quillmere"));
+    QVERIFY(Label(window, "StaticText1")->font().bold());
+    QCOMPARE(Label(window, "StaticText3")->text(), QString("2.1.1"));
+    QCOMPARE(Label(window, "StaticText4")->text(),
+             QuillmereApp::WebsiteAddress());
+    QCOMPARE(Label(window, "Canvas1")->pixmap().deviceIndependentSize(),
+             QSizeF(100, 100));
+  }
+
+  // The link underlines under the mouse and opens the product's page at a
+  // press; a click elsewhere opens nothing.
+  void aboutLink() {
+    UrlCatcher browser;
+    QDesktopServices::setUrlHandler("https", &browser, "Open");
+    AboutWindow* window = OpenAbout();
+    QLabel* link = Label(window, "StaticText4");
+    QVERIFY(!link->font().underline());
+    QTest::mouseMove(link, link->rect().center());
+    QTRY_VERIFY(link->font().underline());
+    QCOMPARE(link->cursor().shape(), Qt::PointingHandCursor);
+    QLabel* name = Label(window, "StaticText1");
+    QTest::mouseMove(name, name->rect().center());
+    QTRY_VERIFY(!link->font().underline());
+    QTest::mousePress(link, Qt::LeftButton);
+    QTest::mouseRelease(link, Qt::LeftButton);
+    QTest::mouseClick(Label(window, "StaticText3"), Qt::LeftButton);
+    QCOMPARE(browser.opened, QList<QUrl>{QUrl(QuillmereApp::WebsiteAddress())});
+    QDesktopServices::unsetUrlHandler("https");
+  }
+
+  // The help text line by line, to select and copy but not to change.
+  void helpTextCanBeCopiedButNotChanged() {
+    ShowHelpWindow();
+    HelpWindow* window = HelpWindow::Existing();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QCOMPARE(window->windowTitle(), QString("Quillmere Help"));
+    auto* field = Control<QPlainTextEdit>(window, "EditField1");
+    QCOMPARE(field->document()->blockCount(), 10);
+    QCOMPARE(field->document()->findBlockByNumber(1).text(),
+             QString("1. Hanyu Pinyin"));
+    const QString help = field->toPlainText();
+    field->setFocus();
+    QTest::keyClicks(field, "xyz");
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCOMPARE(field->toPlainText(), help);
+    QApplication::clipboard()->clear();
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), help);
   }
 
  private:

@@ -15,30 +15,22 @@ class StartUpTest : public QObject {
 
  private slots:
   void unusableFileEndsTheProgram_data() {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("problem");
-    QTest::newRow("malformed")
-        << QByteArray("<root><PinyinSystems>11111</PinyinSystems>")
-        << "not well-formed";
-    QTest::newRow("empty") << QByteArray() << "not well-formed";
-    QTest::newRow("element without text")
-        << QByteArray("<root><PinyinSystems/></root>")
-        << "<PinyinSystems> holds no value";
+    AddRows("unusableFileEndsTheProgram");
   }
   void unusableFileEndsTheProgram() {
-    QFETCH(QByteArray, content);
+    QFETCH(QString, content);
     QFETCH(QString, problem);
     PreferencesFolder prefs;
     const QString path = QString::fromStdString(prefs.FilePath());
     {
       QFile file(path);
       QVERIFY(file.open(QIODevice::WriteOnly));
-      file.write(content);
+      file.write(content.toUtf8());
     }
     EndsSaying(prefs, problem);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), content);
+    QCOMPARE(file.readAll(), content.toUtf8());
   }
 
   void folderInPlaceOfTheFileIsNamedSo() {

@@ -1,18 +1,26 @@
 // What the window tests share: a fresh preferences folder for each test
-// function, the start-up as the program does it, and a small reading table.
+// function, the start-up as the program does it, a small reading table,
+// the controls by name, and clicks where controls react to them.
 #pragma once
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFile>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QStyleOptionViewItem>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeWidget>
+#include <list>
 #include <memory>
 #include <string>
 
 #include "lookup/LookUp.hpp"
 #include "settings/Preferences.hpp"
 #include "windows/App.hpp"
+#include "windows/Canvas.hpp"
 #include "windows/MainWindow.hpp"
 
 namespace quill::testing {
@@ -24,19 +32,77 @@ class PreferencesFolder {
   PreferencesFolder() { qputenv("XDG_CONFIG_HOME", dir_.path().toLocal8Bit()); }
   std::string Path() const { return dir_.path().toStdString(); }
   std::string FilePath() const { return Preferences(Path()).FilePath(); }
-  std::string Read(const std::string& key) const {
-    return Preferences(Path()).ReadPreferences(key);
+  QString Read(const char* key) const {
+    return QString::fromStdString(Preferences(Path()).ReadPreferences(key));
   }
-  void Write(const std::string& key, const std::string& value) const {
-    Preferences(Path()).WritePreferences(key, value);
+  void Write(const QString& key, const QString& value) const {
+    Preferences(Path()).WritePreferences(key.toStdString(),
+                                         value.toStdString());
   }
-  bool FileExists() const {
-    return QFile::exists(QString::fromStdString(FilePath()));
+  // Each "key=value" of `pairs`.
+  void WriteAll(const QStringList& pairs) const {
+    for (const QString& pair : pairs) {
+      Write(pair.section('=', 0, 0), pair.section('=', 1));
+    }
+  }
+  QByteArray Bytes() const {
+    QFile file(QString::fromStdString(FilePath()));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
 
  private:
   QTemporaryDir dir_;
 };
+
+// The rows of the test function `test`'s table in tests/data/windows/
+// cases.txt, each column a QString.
+inline void AddRows(const QString& test) {
+  QFile file(QUILLMERE_WINDOW_CASES);
+  QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
+  bool inSection = false;
+  bool header = false;
+  for (const QString& line : QString::fromUtf8(file.readAll()).split('\n')) {
+    if (line.startsWith('[')) {
+      inSection = header = line == '[' + test + ']';
+    } else if (inSection && !line.trimmed().isEmpty() && line[0] != '#') {
+      QStringList cells = line.split('|');
+      for (QString& cell : cells) cell = cell.trimmed().replace("\\n", "\n");
+      if (header) {
+        // Qt Test keeps the name's pointer: the names live to the end.
+        static std::list<QByteArray> names;
+        for (const QString& name : cells.mid(1)) {
+          QTest::addColumn<QString>(names.emplace_back(name.toUtf8()).data());
+        }
+      } else {
+        QTestData& row = QTest::newRow(qPrintable(cells[0]));
+        for (const QString& cell : cells.mid(1)) row << cell;
+      }
+      header = false;
+    }
+  }
+}
+
+// The values of a cell of several.
+inline QStringList Values(const QString& cell) {
+  return cell.split(',', Qt::SkipEmptyParts);
+}
+
+// A control of a window by its name.
+template <typename T = QWidget>
+T* Control(const QWidget* window, const QString& name) {
+  return window->findChild<T*>(name);
+}
+
+// The main window's controls.
+inline QPlainTextEdit* TextField(const QWidget* w) {
+  return Control<QPlainTextEdit>(w, "TextField");
+}
+inline QPlainTextEdit* ResultField(const QWidget* w) {
+  return Control<QPlainTextEdit>(w, "ResultField");
+}
+inline QString Result(const QWidget* w) {
+  return ResultField(w)->toPlainText();
+}
 
 // Deletes the window as closing does, without waiting for an event loop.
 inline void CloseMainWindow() {
@@ -50,23 +116,60 @@ inline void CloseMainWindow() {
 // its first events have been handled.
 inline MainWindow* StartMainWindow() {
   StartUp();
-  MainWindow* window = MainWindow::Existing();
   QCoreApplication::processEvents();
-  return window;
+  return MainWindow::Existing();
 }
 
-// A reading table of two characters, 中 and 文, in `folder`.
+// A reading table in `folder`: 中 and 文, and 银行 and 垃圾 with a phrase
+// reading and Taiwan's readings.
 inline DataFiles SmallTable(const QTemporaryDir& folder) {
-  const QString path = folder.filePath("zhuyintable");
-  QFile file(path);
-  if (file.open(QIODevice::WriteOnly)) {
-    file.write("中   ㄓㄨㄥ  ㄓㄨㄥˋ\n文   ㄨㄣˊ\n");
-  }
+  const auto write = [&folder](const char* name, const char* text) {
+    QFile file(folder.filePath(name));
+    if (file.open(QIODevice::WriteOnly)) file.write(text);
+    return folder.filePath(name).toStdString();
+  };
   DataFiles files;
-  files.zhuyintable = path.toStdString();
+  files.zhuyintable = write("zhuyintable",
+                            "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n文   ㄨㄣˊ\n"
+                            "垃   ㄌㄚ  ㄌㄜˋ\n圾   ㄐㄧ\n"
+                            "行   ㄒㄧㄥˊ  ㄏㄤˊ\n银   ㄧㄣˊ\n");
+  files.phrasereadings = write("phrasereadings", "银行\tㄧㄣˊ ㄏㄤˊ\t500\n");
+  files.taiwanreadings = write("taiwanreadings", "圾\tㄙㄜˋ\n垃\tㄌㄜˋ\n");
   files.sttable = folder.filePath("STTABLE").toStdString();
   files.tokenizer = folder.filePath("Tokenizer").toStdString();
   return files;
+}
+
+// Data files whose reading table is missing.
+inline DataFiles NoTable(const QTemporaryDir& folder) {
+  DataFiles files;
+  files.zhuyintable = folder.filePath("missing").toStdString();
+  return files;
+}
+
+// A drag of the mouse with the left button held.
+inline void DragTo(QWidget* widget, QPoint point) {
+  QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(widget, &move);
+}
+
+// A click where a check box or radio button reacts: on its indicator.
+inline void ClickIndicator(QAbstractButton* button) {
+  QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier,
+                    QPoint(6, button->height() / 2));
+}
+
+// A click on the check box in the first column of a list row.
+inline void ClickRowCheck(QTreeWidget* list, int row) {
+  QStyleOptionViewItem option;
+  option.initFrom(list->viewport());
+  option.rect = list->visualRect(list->model()->index(row, 0));
+  option.features |= QStyleOptionViewItem::HasCheckIndicator;
+  const QRect check = list->style()->subElementRect(
+      QStyle::SE_ItemViewItemCheckIndicator, &option, list);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                    check.center());
 }
 
 }  // namespace quill::testing
