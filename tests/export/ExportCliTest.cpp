@@ -127,11 +127,17 @@ TEST_F(ExportCliTest, UnwritableOutputFailsWithStatusOne) {
 }
 
 TEST_F(ExportCliTest, BadExportUsageExitsTwo) {
-  for (const char* args : {"--export pdf", "--export", "--export html -o"}) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"--export pdf", "--export needs text or html"},
+      {"--export", "--export needs text or html"},
+      {"--export html -o", "-o needs a file"}};
+  for (const auto& [args, message] : cases) {
     const CliRun run = Cli(args, "中");
     EXPECT_EQ(run.status, 2) << args;
     EXPECT_EQ(run.out, "") << args;
-    EXPECT_NE(run.err.find("quillmere-cli:"), std::string::npos) << args;
+    EXPECT_EQ(run.err, "quillmere-cli: " + std::string(message) +
+                           "\nTry 'quillmere-cli --help' for more "
+                           "information.\n");
   }
 }
 

@@ -164,7 +164,8 @@ TEST(Readings, UserPhrasesAreReadAgainWhenTheyChange) {
   const auto path = std::filesystem::temp_directory_path() /
                     ("quillmere-phrases-" + std::to_string(getpid()));
   std::filesystem::remove(path);
-  UserPhrases user(path.string());
+  UserPhrases user("");
+  user.SetPath(path.string());
   EXPECT_TRUE(user.Refresh());
   EXPECT_TRUE(user.Table().empty());
   EXPECT_FALSE(user.HasUnreportedProblems());
