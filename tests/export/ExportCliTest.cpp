@@ -60,29 +60,6 @@ class ExportCliTest : public ::testing::Test {
   TempFolder folder_;
 };
 
-TEST_F(ExportCliTest, HtmlGoesToStandardOutput) {
-  const std::string golden = QUILLMERE_TEST_DATA "/export/zhuyin1-two-lines";
-  const CliRun run =
-      Cli("--systems 01000 --export html", ReadFile(golden + ".txt"));
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.out, ReadFile(golden + ".html"));
-}
-
-// The input trimmed, two line ends, then the result as the CLI shows it:
-// its CR as line ends, or kept with --raw.
-TEST_F(ExportCliTest, TextIsInputTwoLineEndsAndResult) {
-  const CliRun shown = Cli("--export text", "  中\n");
-  const CliRun result = Cli("", "  中\n");
-  EXPECT_EQ(shown.status, 0) << shown.err;
-  ASSERT_FALSE(result.out.empty());
-  EXPECT_EQ(shown.out, "中\n\n" + result.out);
-  EXPECT_EQ(shown.out.find('\r'), std::string::npos);
-
-  const CliRun raw = Cli("--export text --raw", "中");
-  EXPECT_EQ(raw.out.substr(0, 5), "中\n\n");
-  EXPECT_NE(raw.out.find("Hanyu Pinyin\r"), std::string::npos);
-}
-
 TEST_F(ExportCliTest, OutputReplacesTheFileOnlyWhenDone) {
   const std::string target = folder_ / "page.html";
   WriteFile(target, "old");
@@ -124,21 +101,6 @@ TEST_F(ExportCliTest, UnwritableOutputFailsWithStatusOne) {
   run = Cli("--export text -o " + ShellQuote(folder_ / "no/such/file"), "中");
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("no/such/file"), std::string::npos);
-}
-
-TEST_F(ExportCliTest, BadExportUsageExitsTwo) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"--export pdf", "--export needs text or html"},
-      {"--export", "--export needs text or html"},
-      {"--export html -o", "-o needs a file"}};
-  for (const auto& [args, message] : cases) {
-    const CliRun run = Cli(args, "中");
-    EXPECT_EQ(run.status, 2) << args;
-    EXPECT_EQ(run.out, "") << args;
-    EXPECT_EQ(run.err, "quillmere-cli: " + std::string(message) +
-                           "\nTry 'quillmere-cli --help' for more "
-                           "information.\n");
-  }
 }
 
 }  // namespace

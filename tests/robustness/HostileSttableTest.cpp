@@ -49,12 +49,6 @@ TEST_F(HostileSttableTest, AFolderAsTheTableCountsAsNone) {
   EXPECT_EQ(engine.LookUp("中国", settings).text.substr(0, 8), "中国\r\r");
 }
 
-TEST_F(HostileSttableTest, TheCliRefusesAFolderAsInput) {
-  const hostile::CliRun run = hostile::RunCli("-i '" + Path("") + "'");
-  EXPECT_EQ(run.status, 2);
-  EXPECT_NE(run.out.find("quillmere-cli: cannot read"), std::string::npos);
-}
-
 TEST_F(HostileSttableTest, TheCliTakesAnyTable) {
   WriteFile(Path("zhuyintable"), kTable);
   for (const std::size_t size : {0, 1, 565, 14102}) {
