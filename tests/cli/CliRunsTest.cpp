@@ -1,7 +1,7 @@
 // quillmere-cli as a user runs it, a real process, from the rows of
 // tests/data/cli/runs.txt: arguments (through the shell; $D stands for the
-// test's folder, which holds zhuyintable, in.txt and a Tokenizer that
-// prints nothing), standard input, exit status, then standard output and
+// test's folder, which holds zhuyintable, crtable, in.txt and a Tokenizer
+// that prints nothing), standard input, exit status, then standard output and
 // error together, with the folder written $D again.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -23,6 +23,7 @@ TEST_F(CliRuns, GiveTheirOutputAndStatus) {
   WriteFile(Path("zhuyintable"),
             "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n文   ㄨㄣˊ\n行   ㄒㄧㄥˊ  ㄏㄤˊ  ㄏㄥˋ\n");
   WriteFile(Path("in.txt"), "中文\n");
+  WriteFile(Path("crtable"), "中   ㄓㄨㄥ\r\n文   ㄨㄣˊ");
   WriteFile(Path("Tokenizer"), "#!/bin/sh\n");
   ASSERT_EQ(chmod(Path("Tokenizer").c_str(), 0755), 0);
   const std::string folder = Path("");
