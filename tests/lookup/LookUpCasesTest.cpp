@@ -82,5 +82,22 @@ TEST_F(LookUpCases, GiveTheirResults) {
   }
 }
 
+// The phrase table is read at the first look-up in context, and kept.
+TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
+  DataFiles files = FilesWithTable(kTable);
+  files.phrasereadings = Path("phrases");
+  WriteFile(files.phrasereadings, "行\tㄏㄥˋ\t100\n");
+  LookUpEngine engine(files);
+  LookUpSettings settings;
+  settings.contextReadings = true;
+  settings.PinyinSystemsPrefValue = "01000";
+  const std::string shown = "ㄏㄥˋ (ㄒㄧㄥˊ  ㄏㄤˊ) ";
+  EXPECT_EQ(Block(engine.LookUp("行", settings).text, "Zhuyin 1 (Bopomofo)"),
+            shown);
+  std::filesystem::remove(files.phrasereadings);
+  EXPECT_EQ(Block(engine.LookUp("行", settings).text, "Zhuyin 1 (Bopomofo)"),
+            shown);
+}
+
 }  // namespace
 }  // namespace quill
