@@ -49,9 +49,9 @@ class TokenizerToolTest : public TempFolderTest {
     std::string err;
   };
 
-  Run RunTool(const std::string& arguments) {
+  Run RunTool(const std::string& arguments, const std::string& tool = kTool) {
     const std::string out = Path("stdout"), err = Path("stderr");
-    const int raw = std::system((ShellQuote(kTool) + " " + arguments + " >" +
+    const int raw = std::system((ShellQuote(tool) + " " + arguments + " >" +
                                  ShellQuote(out) + " 2>" + ShellQuote(err))
                                     .c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(out),
@@ -101,26 +101,41 @@ TEST_F(TokenizerToolTest, TextsOfTheTable) {
   }
 }
 
-TEST_F(TokenizerToolTest, AFileThatCannotBeReadIsAnError) {
+// Runs that fail: the exit status and the whole message.
+TEST_F(TokenizerToolTest, ErrorsSayWhatWentWrong) {
   std::filesystem::create_directory(Path("a folder"));
-  for (const std::string& argument :
-       {ShellQuote(Path("missing")), ShellQuote(Path("a folder"))}) {
-    const Run run = RunTool(argument);
-    EXPECT_NE(run.status, 0) << argument;
-    EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err.find("Tokenizer"), std::string::npos) << run.err;
-  }
-}
-
-TEST_F(TokenizerToolTest, WrongArgumentCountIsAnError) {
+  std::filesystem::create_directory(Path("alone"));
+  std::filesystem::copy_file(kTool, Path("alone/Tokenizer"));
   WriteFile(Path("input"), "我們");
-  const std::string file = ShellQuote(Path("input"));
-  for (const std::string& arguments : {std::string(), file + " " + file}) {
-    const Run run = RunTool(arguments);
-    EXPECT_NE(run.status, 0);
+  const std::string input = ShellQuote(Path("input"));
+  const std::string usage =
+      "Usage: Tokenizer FILE\nPrints the UTF-8 text of FILE with a blank "
+      "between words.\n";
+  const struct {
+    std::string arguments;
+    int status;
+    std::string err;
+  } cases[] = {
+      {"", 2, usage},
+      {input + " " + input, 2, usage},
+      {ShellQuote(Path("missing")), 1,
+       "Tokenizer: cannot read '" + Path("missing") +
+           "': No such file or directory\n"},
+      {ShellQuote(Path("a folder")), 1,
+       "Tokenizer: cannot read '" + Path("a folder") + "': Is a directory\n"},
+  };
+  for (const auto& c : cases) {
+    const Run run = RunTool(c.arguments);
+    EXPECT_EQ(run.status, c.status) << c.arguments;
     EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err.find("Usage"), std::string::npos);
+    EXPECT_EQ(run.err, c.err);
   }
+  // Without the word list beside it.
+  const Run alone = RunTool(input, Path("alone/Tokenizer"));
+  EXPECT_EQ(alone.status, 3);
+  EXPECT_EQ(alone.err,
+            "Tokenizer: no word list: " + Path("alone/tokenizerlexicon") +
+                ": No such file or directory\n");
 }
 
 TEST_F(TokenizerToolTest, ALargeTextComesBackWhole) {
