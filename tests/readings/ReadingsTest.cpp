@@ -120,6 +120,12 @@ TEST(Readings, DamagedPhraseFiles) {
   PhraseTable missing;
   EXPECT_FALSE(missing.Open(kData + "no such file"));
   EXPECT_TRUE(missing.empty());
+  // A table moved away from is left empty.
+  PhraseTable moved;
+  moved.Assign(good);
+  missing = std::move(moved);
+  EXPECT_EQ(missing.size(), 1u);
+  EXPECT_TRUE(moved.empty());
 }
 
 std::string ReadingsOf(const PhraseTable& table, std::string_view word) {

@@ -49,6 +49,9 @@ TEST_F(LexiconTest, FindTellsWordsAndPrefixes) {
   EXPECT_FALSE(none.prefix);
   EXPECT_TRUE(lexicon.Find("研究生").found);
   EXPECT_FALSE(lexicon.Find("研究生命").prefix);
+  // A key that sorts after every word.
+  EXPECT_FALSE(lexicon.Find("龥").found);
+  EXPECT_FALSE(lexicon.Find("龥").prefix);
   EXPECT_EQ(lexicon.Key(U'們'), U'们');
   EXPECT_EQ(lexicon.Key(U'们'), U'们');
   EXPECT_EQ(lexicon.Key(U'人'), U'人');
