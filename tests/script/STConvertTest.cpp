@@ -124,7 +124,9 @@ TEST_F(SmallTable, MissingTableGivesNothingAndIsLookedForAgain) {
   EXPECT_EQ(converter.STConvert("国"), "");
   fs::create_directories(elsewhere.parent_path());
   fs::copy_file(path_, elsewhere);
-  EXPECT_EQ(converter.STConvert("国"), "國");
+  EXPECT_EQ(converter.STConvert("国"),
+            "國");  // A folder in the table's place gives nothing either.
+  EXPECT_EQ(STConverter(folder_.string()).STConvert("abc"), "");
 }
 
 TEST_F(SmallTable, TableIsKeptOnceRead) {

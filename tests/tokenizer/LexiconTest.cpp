@@ -81,7 +81,7 @@ TEST_F(LexiconTest, AFileThatIsNoWordListIsRefused) {
     Lexicon other;
     std::string error;
     EXPECT_FALSE(other.Load(Path("bad"), &error)) << content;
-    EXPECT_FALSE(error.empty());
+    EXPECT_EQ(error, Path("bad") + ": not a word list of this program");
     EXPECT_EQ(other.size(), 0u);
     // An empty list still segments: every character is a word.
     EXPECT_EQ(Segment("中国", other), "中 国");
