@@ -99,5 +99,21 @@ TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
             shown);
 }
 
+// Under Taiwan's standard a character's line of taiwanreadings comes first;
+// a line of another form is passed over.
+TEST_F(LookUpCases, TaiwanReadingsTakeOnlyWellFormedLines) {
+  DataFiles files = FilesWithTable(kTable);
+  files.taiwanreadings = Path("taiwan");
+  WriteFile(files.taiwanreadings,
+            "行\tㄏㄥˋ\n好\tㄏㄠˋ ㄏㄠ\n中\tㄓㄨㄥˋ\t\n\t文\n文\t\n");
+  LookUpEngine engine(files);
+  LookUpSettings settings;
+  settings.standard = ReadingStandard::kTaiwan;
+  settings.PinyinSystemsPrefValue = "01000";
+  EXPECT_EQ(
+      Block(engine.LookUp("行好中文", settings).text, "Zhuyin 1 (Bopomofo)"),
+      "ㄏㄥˋ (ㄒㄧㄥˊ  ㄏㄤˊ) ㄏㄠˇ (ㄏㄠˋ  ㄏㄠ) ㄓㄨㄥ (ㄓㄨㄥˋ) ㄨㄣˊ ");
+}
+
 }  // namespace
 }  // namespace quill

@@ -102,6 +102,7 @@ TEST(Readings, DamagedPhraseFiles) {
       {good + "银行\tㄧㄣˊ\t9\n", 1},                   // one syllable short
       {good + "银行\tㄧㄣˊ  ㄏㄤˊ\t9\n", 1},            // two blanks
       {good + "银\tyin2\t9\n", 1},                      // not Zhuyin
+      {good + "不\tㄅㄨˋ\t9\n", 2},                     // ㄅ, the first letter
       {good + "银\t䄅\t9\n", 1},            // bytes 84 85 behind another lead
       {good + "银\tㄧㄣˊ\t-9\n", 1},        // no cost
       {good + "a\tㄧㄣˊ\t9\n\n\t\t\n", 1},  // not Chinese, empty
