@@ -741,8 +741,7 @@ std::string AddZhuyin2ToneSymbol(std::string_view syllable) {
     const std::string allButDigit =
         Left(syllable, static_cast<long>(Len(syllable)) - 1);
     if (InStr(syllable, "jr") > 0 || InStr(syllable, "chr") > 0 ||
-        InStr(syllable, "shr") > 0 || Equals(syllable, "r") ||
-        Equals(allButDigit, "r")) {
+        InStr(syllable, "shr") > 0 || Equals(allButDigit, "r")) {
       result = Replace(syllable, "r", "r" + std::string(mark));
     } else if (InStr(syllable, "tz") > 0 || InStr(syllable, "tsz") > 0 ||
                InStr(syllable, "sz") > 0) {

@@ -59,13 +59,12 @@ std::string ToString(const pugi::xml_document& document) {
   return out.str();
 }
 
-// A new empty file with the text in it; false when it can't be created.
-bool CreateAndWrite(const std::string& path, const std::string& text) {
+// A new empty file with the text in it; nothing when it can't be created.
+void CreateAndWrite(const std::string& path, const std::string& text) {
   std::FILE* file = std::fopen(path.c_str(), "wbx");
-  if (file == nullptr) return false;
+  if (file == nullptr) return;
   std::fwrite(text.data(), 1, text.size(), file);
   std::fclose(file);
-  return true;
 }
 
 // Whether the existing file can be opened for writing; nothing is changed.

@@ -165,7 +165,7 @@ Lexicon::Match Lexicon::Find(std::string_view key) const {
     it->second.second = LowerBound(past, it->second.first, words_.size());
   }
   const std::size_t line = LowerBound(key, it->second.first, it->second.second);
-  if (line >= words_.size()) return match;
+  // Past the last line KeyAt gives "", which no key (never empty) matches.
   const std::string_view found = KeyAt(line);
   match.prefix = found.substr(0, key.size()) == key;
   if (found == key) {

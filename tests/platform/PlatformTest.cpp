@@ -138,6 +138,14 @@ TEST_F(PlatformTest, ShellQuoteKeepsEveryCharacterFromTheShell) {
   std::ofstream(path) << "inside";
   EXPECT_EQ(ShellExecute("cat " + ShellQuote(path)), "inside");
   EXPECT_EQ(ShellExecute("echo out; echo err >&2"), "out\nerr\n");
+  // The pipe is closed again: no descriptor stays open.
+  const auto descriptors = [] {
+    return std::distance(fs::directory_iterator("/proc/self/fd"),
+                         fs::directory_iterator());
+  };
+  const auto before = descriptors();
+  ShellExecute("true");
+  EXPECT_EQ(descriptors(), before);
 }
 
 }  // namespace

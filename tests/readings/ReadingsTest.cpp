@@ -8,6 +8,7 @@
 #include "readings/ContextReadings.hpp"
 #include "readings/PhraseTable.hpp"
 #include "readings/UserPhrases.hpp"
+#include "tests/text/CaseTable.hpp"
 
 namespace quill {
 namespace {
@@ -19,38 +20,6 @@ std::string ReadAll(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-// The rows of a table file: lines holding `separator`, split at it; lines
-// without it are comments.
-std::vector<std::vector<std::string>> Rows(const std::string& name,
-                                           char separator) {
-  std::vector<std::vector<std::string>> rows;
-  std::istringstream in(ReadAll(kData + name));
-  for (std::string line; std::getline(in, line);) {
-    if (line.find(separator) == std::string::npos) continue;
-    std::vector<std::string> fields;
-    std::istringstream cells(line);
-    for (std::string cell; std::getline(cells, cell, separator);) {
-      fields.push_back(cell);
-    }
-    if (line.back() == separator) fields.emplace_back();
-    rows.push_back(fields);
-  }
-  return rows;
-}
-
-std::string Unescape(const std::string& s) {
-  std::string out;
-  for (std::size_t i = 0; i < s.size(); ++i) {
-    if (s[i] == '\\' && i + 1 < s.size()) {
-      const char c = s[++i];
-      out += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c;
-    } else {
-      out += s[i];
-    }
-  }
-  return out;
-}
-
 TEST(Readings, ChooseReadingsTable) {
   PhraseTable table;
   ASSERT_TRUE(table.Open(kData + "phrases"));
@@ -58,35 +27,35 @@ TEST(Readings, ChooseReadingsTable) {
   user.Refresh();
   ASSERT_TRUE(user.Problems().empty());
   const PhraseTable none;
-  const auto rows = Rows("choose.txt", '\t');
+  const auto rows = ReadCaseTable("readings/choose.txt");
   ASSERT_GE(rows.size(), 20u);
   for (const auto& row : rows) {
-    ASSERT_EQ(row.size(), 3u);
+    ASSERT_EQ(row.size(), 4u);
     const auto readings =
-        ChooseReadings(row[1], table, row[0] == "user" ? user.Table() : none);
+        ChooseReadings(row[2], table, row[1] == "user" ? user.Table() : none);
     std::string got;
     for (const auto r : readings) {
       got += (got.empty() ? "" : " ") + (r.empty() ? "-" : std::string(r));
     }
-    EXPECT_EQ(got, row[2]) << row[0] << " " << row[1];
+    EXPECT_EQ(got, row[3]) << "line " << row[0];
   }
 }
 
 TEST(Readings, PutFirstTable) {
-  const auto rows = Rows("putfirst.txt", '|');
+  const auto rows = ReadCaseTable("readings/putfirst.txt");
   ASSERT_GE(rows.size(), 7u);
   for (const auto& row : rows) {
-    ASSERT_EQ(row.size(), 3u);
-    EXPECT_EQ(PutFirst(row[0], row[1]), row[2]) << row[0] << "|" << row[1];
+    ASSERT_EQ(row.size(), 4u);
+    EXPECT_EQ(PutFirst(row[1], row[2]), row[3]) << "line " << row[0];
   }
 }
 
 TEST(Readings, UserPhraseLinesTable) {
-  const auto rows = Rows("userlines.txt", '\t');
+  const auto rows = ReadCaseTable("readings/userlines.txt");
   ASSERT_GE(rows.size(), 30u);
   for (const auto& row : rows) {
-    ASSERT_EQ(row.size(), 2u);
-    const ParsedUserPhrases parsed = ParseUserPhrases(Unescape(row[0]));
+    ASSERT_EQ(row.size(), 3u);
+    const ParsedUserPhrases parsed = ParseUserPhrases(row[1]);
     std::string got;
     for (const auto& e : parsed.entries) {
       got += (got.empty() ? "" : " | ") + e.word + "=" + e.readings;
@@ -95,7 +64,7 @@ TEST(Readings, UserPhraseLinesTable) {
       got +=
           (got.empty() ? "" : " | ") + std::to_string(p.line) + ": " + p.what;
     }
-    EXPECT_EQ(got, row[1]) << row[0];
+    EXPECT_EQ(got, row[2]) << "line " << row[0];
   }
 }
 
@@ -133,9 +102,11 @@ TEST(Readings, DamagedPhraseFiles) {
       {good + "银行\tㄧㄣˊ\t9\n", 1},                   // one syllable short
       {good + "银行\tㄧㄣˊ  ㄏㄤˊ\t9\n", 1},            // two blanks
       {good + "银\tyin2\t9\n", 1},                      // not Zhuyin
-      {good + "银\tㄧㄣˊ\t-9\n", 1},                    // no cost
-      {good + "a\tㄧㄣˊ\t9\n\n\t\t\n", 1},              // not Chinese, empty
-      {"银\tㄧㄣˊ\t9\n" + good + good, 2},              // unsorted, twice
+      {good + "不\tㄅㄨˋ\t9\n", 2},                     // ㄅ, the first letter
+      {good + "银\t䄅\t9\n", 1},            // bytes 84 85 behind another lead
+      {good + "银\tㄧㄣˊ\t-9\n", 1},        // no cost
+      {good + "a\tㄧㄣˊ\t9\n\n\t\t\n", 1},  // not Chinese, empty
+      {"银\tㄧㄣˊ\t9\n" + good + good, 2},  // unsorted, twice
       {std::string(300, '\xE4') + "\tㄚ\t1\n" + good, 1},
   };
   for (const auto& c : cases) {
@@ -151,6 +122,12 @@ TEST(Readings, DamagedPhraseFiles) {
   PhraseTable missing;
   EXPECT_FALSE(missing.Open(kData + "no such file"));
   EXPECT_TRUE(missing.empty());
+  // A table moved away from is left empty.
+  PhraseTable moved;
+  moved.Assign(good);
+  missing = std::move(moved);
+  EXPECT_EQ(missing.size(), 1u);
+  EXPECT_TRUE(moved.empty());
 }
 
 std::string ReadingsOf(const PhraseTable& table, std::string_view word) {
@@ -164,7 +141,8 @@ TEST(Readings, UserPhrasesAreReadAgainWhenTheyChange) {
   const auto path = std::filesystem::temp_directory_path() /
                     ("quillmere-phrases-" + std::to_string(getpid()));
   std::filesystem::remove(path);
-  UserPhrases user(path.string());
+  UserPhrases user("");
+  user.SetPath(path.string());
   EXPECT_TRUE(user.Refresh());
   EXPECT_TRUE(user.Table().empty());
   EXPECT_FALSE(user.HasUnreportedProblems());

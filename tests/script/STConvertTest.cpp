@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "lookup/LookUp.hpp"
 #include "script/STConvert.hpp"
+#include "tests/text/CaseTable.hpp"
 
 namespace quill {
 namespace {
@@ -100,45 +100,21 @@ TEST(STConverterCells, FollowTheTwoSections) {
   }
 }
 
-TEST_F(SmallTable, TranslatesThroughBothSections) {
-  STConverter converter(path_.string());
-  EXPECT_EQ(converter.STConvert("国"), "國");
-  EXPECT_EQ(converter.STConvert("！"), "甲");  // lead byte 163
-  EXPECT_EQ(converter.STConvert("啊"), "乙");  // lead byte 176
-  EXPECT_EQ(converter.STConvert("的"), "？");  // a cell left as filler
-}
-
-TEST_F(SmallTable, SymbolRowsWithoutRowsReadTheShiftedCell) {
-  STConverter converter(path_.string());
-  EXPECT_EQ(converter.STConvert("ぁ"), "甲");  // 164,161: the spare cell
-  EXPECT_EQ(converter.STConvert("あ"), "乙");  // 164,162: cell of 176,161
-  EXPECT_EQ(converter.STConvert("Α"), "丙");   // Greek 166,161: cell of 177,254
-}
-
-TEST_F(SmallTable, SingleBytesPassThrough) {
-  STConverter converter(path_.string());
-  EXPECT_EQ(converter.STConvert(""), "");
-  EXPECT_EQ(converter.STConvert("Hello, world!\n\t~"), "Hello, world!\n\t~");
-  EXPECT_EQ(converter.STConvert("a国"), "a國");
-  EXPECT_EQ(converter.STConvert("国a"), "國a");
-  EXPECT_EQ(converter.STConvert("a国b国c"), "a國b國c");
-  EXPECT_EQ(converter.STConvert("国 国  国"), "國 國  國");
-  EXPECT_EQ(converter.STConvert(" 国\n"), " 國\n");
-}
-
-TEST_F(SmallTable, BadInputDoesNotStopTheWalk) {
-  STConverter converter(path_.string());
-  // Invalid UTF-8, and characters GB 2312 doesn't have, become "?".
-  EXPECT_EQ(converter.STConvert("\xFF国"), "?國");
-  EXPECT_EQ(converter.STConvert("国\xE5\x9B"), "國?");
-  EXPECT_EQ(converter.STConvert("€国😀"), "?國?");
-  EXPECT_EQ(converter.STConvert(std::string("a\0国", 5)),
-            std::string("a\0國", 5));
+// Rows: the table cut to a size ("" for whole), input, result. A cell cut
+// in half leaves one Big5 lead byte, which the final conversion drops.
+TEST_F(SmallTable, ConvertsTheCasesOfItsTable) {
+  for (const auto& row : ReadCaseTable("script/small-table.txt")) {
+    SCOPED_TRACE("line " + row[0]);
+    const fs::path cut = folder_ / ("cut" + row[1]);
+    WriteFile(cut,
+              row[1].empty() ? table_ : table_.substr(0, std::stoul(row[1])));
+    EXPECT_EQ(STConverter(cut.string()).STConvert(row[2]), row[3]);
+  }
   std::string huge;
   for (int i = 0; i < 100000; ++i) huge += "国a";
-  std::string expected;
-  for (int i = 0; i < 100000; ++i) expected += "國a";
-  EXPECT_EQ(converter.STConvert(huge), expected);
+  const std::string converted = STConverter(path_.string()).STConvert(huge);
+  EXPECT_EQ(converted.size(), huge.size());
+  EXPECT_EQ(converted.substr(converted.size() - 4), "國a");
 }
 
 TEST_F(SmallTable, MissingTableGivesNothingAndIsLookedForAgain) {
@@ -148,7 +124,9 @@ TEST_F(SmallTable, MissingTableGivesNothingAndIsLookedForAgain) {
   EXPECT_EQ(converter.STConvert("国"), "");
   fs::create_directories(elsewhere.parent_path());
   fs::copy_file(path_, elsewhere);
-  EXPECT_EQ(converter.STConvert("国"), "國");
+  EXPECT_EQ(converter.STConvert("国"),
+            "國");  // A folder in the table's place gives nothing either.
+  EXPECT_EQ(STConverter(folder_.string()).STConvert("abc"), "");
 }
 
 TEST_F(SmallTable, TableIsKeptOnceRead) {
@@ -157,29 +135,6 @@ TEST_F(SmallTable, TableIsKeptOnceRead) {
   fs::remove(path_);
   EXPECT_EQ(converter.STConvert("国"), "國");
   EXPECT_EQ(converter.STConvert("x"), "x");
-}
-
-TEST_F(SmallTable, CutTablesGiveWhatIsThere) {
-  struct Case {
-    std::size_t size;
-    std::string input;
-    std::string expected;
-  };
-  // A cell cut in half leaves one Big5 lead byte, which the final
-  // conversion drops.
-  const std::vector<Case> cases = {
-      {0, "a国b", "ab"},     {0, "、", ""},     {1, "、", ""},
-      {1, "x、", "x"},       {565, "ぁ", ""},   {565, "！", "甲"},
-      {565, "国", ""},       {14101, "齄", ""}, {14101, "a国", "a國"},
-      {14101, "国齄", "國"},
-  };
-  for (const auto& c : cases) {
-    const fs::path cut = folder_ / ("cut" + std::to_string(c.size));
-    WriteFile(cut, table_.substr(0, c.size));
-    STConverter converter(cut.string());
-    EXPECT_EQ(converter.STConvert(c.input), c.expected)
-        << c.size << " bytes, input " << c.input;
-  }
 }
 
 // The committed table.
@@ -265,32 +220,6 @@ TEST(CommittedSTTable, AgreesWithPublishedPairs) {
     const std::set<std::string> allowed(row.begin() + 1, row.end());
     EXPECT_TRUE(allowed.count(result)) << row[0] << " -> " << result;
   }
-}
-
-// A Simplified character without a line of its own is found through its
-// Traditional form, and shown as it was typed.
-TEST(STConvertInLookUp, SimplifiedCharacterTakesTraditionalReadings) {
-  const fs::path folder = TempFolder();
-  WriteFile(folder / "zhuyintable", "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n國   ㄍㄨㄛˊ\n");
-  DataFiles files;
-  files.zhuyintable = (folder / "zhuyintable").string();
-  files.sttable = kCommittedTable;
-  files.temporaryFolder = folder.string();
-  LookUpEngine engine(files);
-  LookUpSettings settings;
-  settings.mode = Mode::kDictionary;
-  settings.PinyinSystemsPrefValue = "01000";
-  const auto result = engine.LookUp("国", settings);
-  ASSERT_EQ(result.outcome, LookUpEngine::Outcome::kShown);
-  EXPECT_EQ(result.text.substr(0, result.text.find('\r')), "国");
-  EXPECT_NE(result.text.find("ㄍㄨㄛˊ"), std::string::npos) << result.text;
-
-  // Without STTABLE the same character has no reading.
-  files.sttable = (folder / "none").string();
-  LookUpEngine without(files);
-  const auto missing = without.LookUp("国", settings);
-  EXPECT_EQ(missing.text.find("ㄍㄨㄛˊ"), std::string::npos) << missing.text;
-  fs::remove_all(folder);
 }
 
 }  // namespace

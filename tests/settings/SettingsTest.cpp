@@ -7,6 +7,7 @@
 
 #include "settings/Preferences.hpp"
 #include "settings/Settings.hpp"
+#include "text/TextOps.hpp"
 
 namespace quill {
 namespace {
@@ -44,46 +45,70 @@ class SettingsTest : public ::testing::Test {
   std::string saved_;
 };
 
-// Stored text, or null for a missing key, and what the accessors make of it.
-struct Case {
-  const char* text;
-  bool context;
-  ReadingStandard standard;
-};
+// What the getters make of each key stored with the same text.
+std::string Getters() {
+  const auto systems = Settings::PinyinSystems();
+  return (systems ? systems->PrefValue() : "none") + " " +
+         Str(Settings::UseToneNumbers()) + Str(Settings::IndicateTones()) +
+         Str(Settings::ShowMultipleReadings()) +
+         Str(Settings::ShowSegmentation()) + Str(Settings::ContextReadings()) +
+         Str(Settings::ReadingStandard() == ReadingStandard::kTaiwan) +
+         Str(Settings::PressReturnTo() == ReturnKey::kAddsNewLine) + " " +
+         Str(Settings::MainWindowWidth()) + " " +
+         Str(Settings::MainWindowHeight()) + " " +
+         Str(Settings::MainWindowLeft()) + " " +
+         Str(Settings::MainWindowTop()) + " " +
+         Str(Settings::MainWindowWidgetHeight());
+}
 
-TEST_F(SettingsTest, ContextAndStandardReadOnlyAStoredOne) {
-  const Case cases[] = {
-      {nullptr, false, ReadingStandard::kMainland},
-      {"0", false, ReadingStandard::kMainland},
-      {"1", true, ReadingStandard::kTaiwan},
-      {"true", false, ReadingStandard::kMainland},
-      {"2", false, ReadingStandard::kMainland},
+TEST_F(SettingsTest, GettersReadTheStoredText) {
+  const char* const keys[] = {
+      "PinyinSystems",         "UseToneNumbers",   "IndicateTones",
+      "ShowMultipleReadings",  "ShowSegmentation", "ContextReadings",
+      "ReadingStandard",       "PressReturnTo",    "MainWindowWidth",
+      "MainWindowHeight",      "MainWindowLeft",   "MainWindowTop",
+      "MainWindowWidgetHeight"};
+  const std::pair<const char*, const char*> cases[] = {
+      {nullptr, "none 0110000 0 0 0 0 0"},
+      {"0", "01111 0000000 0 0 0 0 0"},
+      {"1", "11111 1111111 1 1 1 1 1"},
+      {"true", "11111 0110000 0 0 0 0 0"},
+      {"2", "11111 0110000 2 2 2 2 2"},
+      {"-12.7", "11111 0110000 -12 -12 -12 -12 -12"},
+      {"1e9", "11111 0110000 1000000 1000000 1000000 1000000 1000000"},
+      {"-2e7", "11111 0110000 -1000000 -1000000 -1000000 -1000000 -1000000"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [text, expected] : cases) {
     fs::remove_all(folder_ / Preferences::kFileName);
-    if (c.text) {
-      Store("ContextReadings", c.text);
-      Store("ReadingStandard", c.text);
+    for (const char* key : keys) {
+      if (text) Store(key, text);
     }
-    SCOPED_TRACE(c.text ? c.text : "(missing)");
-    EXPECT_EQ(Settings::ContextReadings(), c.context);
-    EXPECT_EQ(Settings::ReadingStandard(), c.standard);
+    EXPECT_EQ(Getters(), expected) << (text ? text : "(missing)");
   }
 }
 
-TEST_F(SettingsTest, ContextAndStandardRoundTrip) {
-  Settings::SetContextReadings(true);
-  Settings::SetReadingStandard(ReadingStandard::kTaiwan);
-  EXPECT_EQ(Stored("ContextReadings"), "1");
-  EXPECT_EQ(Stored("ReadingStandard"), "1");
-  EXPECT_TRUE(Settings::ContextReadings());
-  EXPECT_EQ(Settings::ReadingStandard(), ReadingStandard::kTaiwan);
-  Settings::SetContextReadings(false);
-  Settings::SetReadingStandard(ReadingStandard::kMainland);
-  EXPECT_EQ(Stored("ContextReadings"), "0");
-  EXPECT_EQ(Stored("ReadingStandard"), "0");
-  EXPECT_FALSE(Settings::ContextReadings());
-  EXPECT_EQ(Settings::ReadingStandard(), ReadingStandard::kMainland);
+TEST_F(SettingsTest, SettersStoreTheirKeys) {
+  for (const bool on : {true, false}) {
+    Settings::SetPinyinSystems(SystemSet(on ? "10101" : "01010"));
+    Settings::SetUseToneNumbers(on);
+    Settings::SetIndicateTones(on);
+    Settings::SetShowMultipleReadings(on);
+    Settings::SetShowSegmentation(on);
+    Settings::SetContextReadings(on);
+    Settings::SetReadingStandard(on ? ReadingStandard::kTaiwan
+                                    : ReadingStandard::kMainland);
+    Settings::SetPressReturnTo(on ? ReturnKey::kAddsNewLine
+                                  : ReturnKey::kStartsLookUp);
+    Settings::SetDefaultMode(on ? Mode::kConverter : Mode::kDictionary);
+    Settings::SetMainWindowWidth(on ? 640 : -3);
+    Settings::SetMainWindowHeight(on ? 480 : 0);
+    Settings::SetMainWindowLeft(on ? 12 : 1);
+    Settings::SetMainWindowTop(on ? 34 : 2);
+    Settings::SetMainWindowWidgetHeight(on ? 56 : 3);
+    EXPECT_EQ(Stored("DefaultMode"), on ? "1" : "0");
+    EXPECT_EQ(Getters(), on ? "10101 1111111 640 480 12 34 56"
+                            : "01010 0000000 -3 0 1 2 3");
+  }
 }
 
 }  // namespace

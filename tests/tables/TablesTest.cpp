@@ -4,6 +4,11 @@
 // its making: the main reading of a full syllable is never the neutral tone
 // outside the particles, the two forms of a character agree, and a
 // compatibility ideograph reads as the character it stands for.
+//
+// And the committed phrase-reading files against the rules their reader
+// relies on: sorted byte-wise with every word once, one standard syllable per
+// character in citation tones; and that the cheapest split over them reads
+// the words and sentences of tests/data as expected.
 #include <gtest/gtest.h>
 #include <iconv.h>
 
@@ -15,6 +20,9 @@
 #include <string>
 #include <vector>
 
+#include "readings/ContextReadings.hpp"
+#include "readings/PhraseTable.hpp"
+#include "tests/text/CaseTable.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -25,6 +33,9 @@ const std::string kSyllablesPath =
     QUILLMERE_SOURCE_DIR "/tools/standard_syllables.txt";
 const std::string kNeutralFirstPath =
     QUILLMERE_SOURCE_DIR "/tools/neutral_first.txt";
+const std::string kDataDir = QUILLMERE_SOURCE_DIR "/data/";
+const std::string kExpectedPath =
+    QUILLMERE_TEST_DATA "/tables/phrase_words.txt";
 const std::string kCompatibilityPath =
     QUILLMERE_SOURCE_DIR "/tests/tables/compatibility_ideographs.txt";
 
@@ -206,61 +217,20 @@ TEST_F(Zhuyintable, ReadingsAreStandardSyllables) {
   EXPECT_LE(outside, 10);
 }
 
-TEST_F(Zhuyintable, MainReadingsOfWellKnownCharacters) {
-  const std::map<std::string, std::vector<std::string>> expected = {
-      {"中", {"ㄓㄨㄥ", "ㄓㄨㄥˋ"}},
-      {"文", {"ㄨㄣˊ"}},
-      {"國", {"ㄍㄨㄛˊ"}},
-      {"国", {"ㄍㄨㄛˊ"}},
-      {"的", {"ㄉㄜ˙"}},
-      {"好", {"ㄏㄠˇ", "ㄏㄠˋ"}},
-      {"行", {"ㄒㄧㄥˊ", "ㄏㄤˊ"}},
-      {"了", {"ㄌㄜ˙", "ㄌㄧㄠˇ"}},
-      {"一", {"ㄧ"}},
-      {"不", {"ㄅㄨˋ"}},
-      {"是", {"ㄕˋ"}},
-      {"人", {"ㄖㄣˊ"}},
-      {"兒", {"ㄦˊ"}},
-      {"樂", {"ㄌㄜˋ", "ㄩㄝˋ"}},
-      {"乐", {"ㄌㄜˋ", "ㄩㄝˋ"}},
-      {"几", {"ㄐㄧˇ", "ㄐㄧ"}},
-      {"務", {"ㄨˋ"}},
-      {"务", {"ㄨˋ"}},
-      {"著", {"ㄓㄜ˙", "ㄓㄨˋ"}},
-      {"什", {"ㄕㄣˊ", "ㄕˊ"}},
-      {"识", {"ㄕˊ"}},
-      {"辑", {"ㄐㄧˊ"}},
-      {"诉", {"ㄙㄨˋ"}},
-      {"长", {"ㄓㄤˇ", "ㄔㄤˊ"}},
-      {"長", {"ㄓㄤˇ", "ㄔㄤˊ"}},
-      {"为", {"ㄨㄟˋ", "ㄨㄟˊ"}},
-      {"為", {"ㄨㄟˋ", "ㄨㄟˊ"}},
-      {"\uF92C", {"ㄌㄤˊ"}},
-  };
-  for (const auto& [key, readings] : expected) {
-    const Line* line = Find(key);
-    ASSERT_NE(line, nullptr) << key;
-    ASSERT_GE(line->readings.size(), readings.size()) << key;
-    for (std::size_t i = 0; i < readings.size(); ++i) {
-      EXPECT_EQ(line->readings[i], readings[i]) << key << " reading " << i + 1;
+TEST_F(Zhuyintable, ReadingsOfWellKnownCharacters) {
+  for (const auto& row : ReadCaseTable("tables/readings.txt")) {
+    const Line* line = Find(row[1]);
+    ASSERT_NE(line, nullptr) << row[1];
+    const auto& r = line->readings;
+    if (row[2][0] == '+') {
+      EXPECT_NE(std::find(r.begin(), r.end(), row[2].substr(1)), r.end())
+          << row[1] << " " << row[2];
+      continue;
     }
-  }
-}
-
-// Readings of modern words, beside the main one: 的士, 可汗, 道行, 令狐,
-// 作坊, 提防, 參差, 單于, 將 qiāng, 與 yú.
-TEST_F(Zhuyintable, ModernReadingsArePresent) {
-  const std::vector<std::pair<std::string, std::string>> expected = {
-      {"的", "ㄉㄧ"},   {"可", "ㄎㄜˋ"},  {"行", "ㄏㄥˊ"}, {"令", "ㄌㄧㄥˊ"},
-      {"作", "ㄗㄨㄛ"}, {"提", "ㄉㄧ"},   {"差", "ㄘ"},    {"參", "ㄘㄣ"},
-      {"單", "ㄔㄢˊ"},  {"將", "ㄑㄧㄤ"}, {"與", "ㄩˊ"},
-  };
-  for (const auto& [key, reading] : expected) {
-    const Line* line = Find(key);
-    ASSERT_NE(line, nullptr) << key;
-    EXPECT_NE(std::find(line->readings.begin(), line->readings.end(), reading),
-              line->readings.end())
-        << key << " " << reading;
+    const std::vector<std::string> first(row.begin() + 2, row.end());
+    ASSERT_GE(r.size(), first.size()) << row[1];
+    EXPECT_EQ(std::vector<std::string>(r.begin(), r.begin() + first.size()),
+              first);
   }
 }
 
@@ -357,6 +327,122 @@ TEST_F(Zhuyintable, CoversGb2312) {
   }
   iconv_close(cd);
   EXPECT_EQ(characters, 6763);
+}
+
+// The phrase-reading files.
+
+bool IsHanzi(std::uint32_t code) {
+  return code == 0x3007 || (code >= 0x3400 && code <= 0x4DBF) ||
+         (code >= 0x4E00 && code <= 0x9FFF) ||
+         (code >= 0xF900 && code <= 0xFAFF);
+}
+
+// The characters of a word, or nothing when it holds anything but Chinese
+// characters of three bytes.
+std::vector<std::string> CharactersOf(const std::string& word) {
+  std::vector<std::string> chars;
+  std::size_t pos = 0;
+  while (pos < word.size()) {
+    const Utf8Char c = DecodeChar(word, pos);
+    if (c.length != 3 || !IsHanzi(c.code)) return {};
+    chars.push_back(word.substr(pos, 3));
+    pos += 3;
+  }
+  return chars;
+}
+
+class Phrasereadings : public ::testing::TestWithParam<std::string> {};
+
+// Every check of the format, line by line.
+void CheckFile(const std::string& name) {
+  const std::string content = ReadFile(kDataDir + name);
+  ASSERT_FALSE(content.empty()) << name;
+  ASSERT_TRUE(IsValidUtf8(content)) << name;
+  ASSERT_EQ(content.back(), '\n') << name;
+  EXPECT_EQ(content.find('\r'), std::string::npos) << name;
+  EXPECT_EQ(content.find('\0'), std::string::npos) << name;
+  const bool phrases = name != "taiwanreadings";
+  const std::set<std::string> standard = StandardSyllables();
+  ASSERT_GT(standard.size(), 400u);
+  std::string previous;
+  int lineNumber = 0;
+  std::vector<std::string> lines = Split(content, "\n");
+  lines.pop_back();  // after the last LF
+  for (const std::string& text : lines) {
+    ++lineNumber;
+    const std::string where = name + " line " + std::to_string(lineNumber);
+    const std::vector<std::string> fields = Split(text, "\t");
+    ASSERT_EQ(fields.size(), phrases ? 3u : 2u) << where;
+    const std::string& word = fields[0];
+    const std::vector<std::string> chars = CharactersOf(word);
+    ASSERT_FALSE(chars.empty()) << where;
+    if (!phrases) {
+      EXPECT_EQ(chars.size(), 1u) << where;
+    }
+    EXPECT_LT(previous, word) << where << ": not sorted or twice";
+    previous = word;
+    const std::vector<std::string> readings = Split(fields[1], " ");
+    ASSERT_EQ(readings.size(), chars.size()) << where;
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+      const std::string letters = LettersOf(readings[i]);
+      EXPECT_TRUE(!letters.empty() && standard.count(letters))
+          << where << ": " << readings[i];
+      // Citation tones: never the changed tones of 一 and 不.
+      if (chars[i] == "一") {
+        EXPECT_TRUE(readings[i] != "ㄧˊ" && readings[i] != "ㄧˋ") << where;
+      }
+      if (chars[i] == "不") {
+        EXPECT_NE(readings[i], "ㄅㄨˊ") << where;
+      }
+    }
+    if (phrases) {
+      const std::string& cost = fields[2];
+      EXPECT_TRUE(!cost.empty() && cost.size() <= 6 &&
+                  cost.find_first_not_of("0123456789") == std::string::npos)
+          << where << ": cost " << cost;
+    }
+  }
+  EXPECT_GE(lines.size(), phrases ? 10000u : 100u) << name;
+}
+
+TEST_P(Phrasereadings, LinesFollowTheFormat) { CheckFile(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(Files, Phrasereadings,
+                         ::testing::Values("phrasereadings",
+                                           "phrasereadings-tw",
+                                           "taiwanreadings"));
+
+// Each case names a file and a text: a run of characters read in context
+// over a phrase file ("?" where no word covers a character), or one
+// character's line of taiwanreadings.
+TEST(PhrasereadingsCases, ReadAsExpected) {
+  std::map<std::string, std::string> taiwan;
+  for (const std::string& line :
+       Split(ReadFile(kDataDir + "taiwanreadings"), "\n")) {
+    const std::vector<std::string> fields = Split(line, "\t");
+    if (fields.size() == 2) taiwan[fields[0]] = fields[1];
+  }
+  const PhraseTable none;
+  int cases = 0;
+  for (const std::string& line : Split(ReadFile(kExpectedPath), "\n")) {
+    if (line.empty() || line[0] == '#') continue;
+    const std::vector<std::string> fields = Split(line, "\t");
+    ASSERT_EQ(fields.size(), 3u) << line;
+    std::string got;
+    if (fields[0] == "taiwanreadings") {
+      got = taiwan[fields[1]];
+    } else {
+      PhraseTable table;
+      ASSERT_TRUE(table.Open(kDataDir + fields[0])) << line;
+      for (const auto reading : ChooseReadings(fields[1], table, none)) {
+        got += (got.empty() ? "" : " ") +
+               (reading.empty() ? "?" : std::string(reading));
+      }
+    }
+    EXPECT_EQ(got, fields[2]) << fields[0] << " " << fields[1];
+    ++cases;
+  }
+  EXPECT_GE(cases, 50);
 }
 
 }  // namespace

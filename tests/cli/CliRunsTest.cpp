@@ -1,0 +1,123 @@
+// quillmere-cli as a user runs it, a real process, from the rows of
+// tests/data/cli/runs.txt: arguments (through the shell; $D stands for the
+// test's folder, which holds zhuyintable, crtable, in.txt and a Tokenizer
+// that prints nothing), standard input, exit status, then standard output and
+// error together, with the folder written $D again.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "tests/lookup/TableFixture.hpp"
+#include "tests/text/CaseTable.hpp"
+#include "text/TextOps.hpp"
+
+namespace quill {
+namespace {
+
+std::string ReadAll(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+class CliRuns : public TableFixture {
+ protected:
+  CliRuns() {
+    WriteFile(Path("zhuyintable"),
+              "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n文   ㄨㄣˊ\n行   ㄒㄧㄥˊ  ㄏㄤˊ  ㄏㄥˋ\n");
+    WriteFile(Path("stdin"), "");
+  }
+
+  // The exit status and the output of the CLI run with `args` on `input`.
+  std::pair<int, std::string> Run(const std::string& args,
+                                  const std::string& input) {
+    WriteFile(Path("stdin"), input);
+    std::string command = std::string("'") + QUILLMERE_OUT_DIR +
+                          "/quillmere-cli' " + args + " <" + Path("stdin") +
+                          " 2>&1";
+    ReplaceAllInPlace(command, "$D/", Path(""));
+    FILE* pipe = popen(command.c_str(), "r");
+    std::string out;
+    char buffer[4096];
+    for (size_t n; pipe && (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+      out.append(buffer, n);
+    }
+    const int status = pipe ? pclose(pipe) : -1;
+    ReplaceAllInPlace(out, Path(""), "$D/");
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
+  }
+};
+
+TEST_F(CliRuns, GiveTheirOutputAndStatus) {
+  WriteFile(Path("in.txt"), "中文\n");
+  WriteFile(Path("crtable"), "中   ㄓㄨㄥ\r\n文   ㄨㄣˊ");
+  WriteFile(Path("Tokenizer"), "#!/bin/sh\n");
+  ASSERT_EQ(chmod(Path("Tokenizer").c_str(), 0755), 0);
+  const auto rows = ReadCaseTable("cli/runs.txt");
+  ASSERT_GT(rows.size(), 20u);
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 5u) << "line " << row[0];
+    const auto [status, out] = Run(row[1], row[2]);
+    EXPECT_EQ(Str(status), row[3]) << "line " << row[0];
+    EXPECT_EQ(out, row[4]) << "line " << row[0];
+  }
+}
+
+TEST_F(CliRuns, ALargeInputWorks) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += "中文。abc\n";  // 2.8 MB
+  WriteFile(Path("big.txt"), text);
+  const auto [status, out] =
+      Run("--raw --systems 01000 --table $D/zhuyintable -i $D/big.txt", "");
+  EXPECT_EQ(status, 0);
+  // The last line end goes with the trim.
+  EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 199999);
+}
+
+// -o replaces the file only with a whole page, and leaves no other file.
+TEST_F(CliRuns, OutputReplacesTheFileOnlyWhenDone) {
+  const std::string page = Path("page.html");
+  WriteFile(page, "old");
+  const auto files = [&] {
+    return std::distance(std::filesystem::directory_iterator(Path("")),
+                         std::filesystem::directory_iterator());
+  };
+  const auto before = files();
+  EXPECT_EQ(Run("--export html -o $D/page.html --table $D/none", "中").first,
+            3);
+  EXPECT_EQ(Run("--export html -o $D/page.html --table $D/zhuyintable", " \n"),
+            std::make_pair(0, std::string()));
+  EXPECT_EQ(ReadAll(page), "old");
+  EXPECT_EQ(Run("--systems 01000 --export html -o $D/page.html --table "
+                "$D/zhuyintable",
+                "中"),
+            std::make_pair(0, std::string()));
+  EXPECT_TRUE(ReadAll(page).starts_with("<!DOCTYPE html"));
+  EXPECT_NE(ReadAll(page).find("<ruby>中<rt>ㄓㄨㄥ  ㄓㄨㄥˋ</rt></ruby>"),
+            std::string::npos);
+  EXPECT_TRUE(ReadAll(page).ends_with("</html>"));
+  EXPECT_EQ(files(), before);
+
+  // A folder in the way: the rename can't replace it, and it stays whole.
+  std::filesystem::create_directory(Path("taken"));
+  WriteFile(Path("taken/keep"), "x");
+  const auto [status, out] =
+      Run("--export html -o $D/taken --table $D/zhuyintable", "中");
+  EXPECT_EQ(status, 1);
+  EXPECT_NE(out.find("cannot write"), std::string::npos);
+  EXPECT_EQ(ReadAll(Path("taken/keep")), "x");
+  EXPECT_EQ(files(), before + 1);
+  const auto missing =
+      Run("--export text -o $D/no/such/file --table $D/zhuyintable", "中");
+  EXPECT_EQ(missing.first, 1);
+  EXPECT_NE(missing.second.find("$D/no/such/file"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quill
