@@ -38,10 +38,10 @@ RubyTexts RubyTextsOf(std::string_view tableEntry, const LookUpSettings& s) {
 // The walk over the export text, building the five accumulators of markup.
 class PageWalk {
  public:
-  // `chosen`: the reading chosen in context for each character above
-  // U+00FF of the text, or nothing, as the look-up has them.
+  // `chosen`: the readings chosen in context for the text, as the look-up
+  // has them.
   PageWalk(LookUpEngine& engine, const LookUpSettings& settings,
-           std::vector<std::string_view> chosen)
+           ChosenReadings chosen)
       : engine_(engine),
         settings_(settings),
         on_(settings.PinyinSystemsPrefValue),
@@ -53,7 +53,7 @@ class PageWalk {
       const std::string_view character = text.substr(pos, c.length);
       pos += c.length;
       std::string_view chosen;
-      if (c.code > 0xFF && next_ < chosen_.size()) chosen = chosen_[next_++];
+      if (c.code > 0xFF) chosen = chosen_.Next();
       const RubyTexts* ruby = TakesCharacterPath(c.code)
                                   ? Lookup(c.code, character, chosen)
                                   : nullptr;
@@ -139,8 +139,7 @@ class PageWalk {
   std::unordered_map<std::uint32_t, int> slotOf_;
   std::map<std::pair<std::uint32_t, const char*>, int> slotOfChosen_;
   std::vector<RubyTexts> texts_;
-  const std::vector<std::string_view> chosen_;
-  std::size_t next_ = 0;  // the next of chosen_
+  ChosenReadings chosen_;
 };
 
 }  // namespace
@@ -186,7 +185,8 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
   // The table must be there even for a text that never searches it.
   if (!engine.LoadTable()) return {ExportPage::Status::kTableMissing, {}};
 
-  PageWalk walk(engine, settings, engine.ChooseReadings(exportText, settings));
+  PageWalk walk(engine, settings,
+                engine.ReadingsInContext(exportText, settings));
   walk.Run(exportText);
   const PerSystem<std::string>& results = walk.results();
   const SystemSet& on = settings.PinyinSystemsPrefValue;

@@ -155,47 +155,6 @@ std::string Zhuyin1Readings(std::string_view entry, const ToneSettings& tones) {
   return out;
 }
 
-// The readings chosen in context for the characters above U+00FF of a text,
-// in order, worked out a piece of the text at a time: a big text then never
-// holds a view per character at once. A piece ends at a line end, which no
-// word spans, so the pieces choose what the whole text would.
-class ChosenReadings {
- public:
-  ChosenReadings() = default;
-  ChosenReadings(LookUpEngine& engine, const LookUpSettings& settings,
-                 std::string_view text)
-      : engine_(&engine), settings_(&settings), text_(text) {}
-
-  // The next character's reading, empty where none was chosen.
-  std::string_view Next() {
-    while (index_ == piece_.size()) {
-      if (engine_ == nullptr || pos_ >= text_.size()) return {};
-      Fill();
-    }
-    return piece_[index_++];
-  }
-
- private:
-  static constexpr std::size_t kPieceBytes = 1 << 16;
-
-  void Fill() {
-    std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
-    end = text_.find('\n', end);
-    end = end == std::string_view::npos ? text_.size() : end + 1;
-    piece_ = engine_->ChooseReadings(text_.substr(pos_, end - pos_), *settings_,
-                                     false);
-    index_ = 0;
-    pos_ = end;
-  }
-
-  LookUpEngine* engine_ = nullptr;
-  const LookUpSettings* settings_ = nullptr;
-  std::string_view text_;
-  std::size_t pos_ = 0;
-  std::vector<std::string_view> piece_;
-  std::size_t index_ = 0;
-};
-
 // The character loop over one text.
 //
 // Only the accumulators that reach the result are built: pinyinResult always
@@ -613,12 +572,26 @@ void LookUpEngine::RefreshUserPhrases() {
   userPhrases_.Refresh();
 }
 
-std::vector<std::string_view> LookUpEngine::ChooseReadings(
-    std::string_view text, const LookUpSettings& settings, bool refresh) {
+ChosenReadings LookUpEngine::ReadingsInContext(std::string_view text,
+                                               const LookUpSettings& settings) {
   if (!settings.contextReadings) return {};
-  if (refresh) RefreshUserPhrases();
-  return quill::ChooseReadings(text, Phrases(settings.standard),
-                               userPhrases_.Table());
+  RefreshUserPhrases();
+  return ChosenReadings(*this, settings, text);
+}
+
+std::string_view ChosenReadings::Next() {
+  while (index_ == piece_.size()) {
+    if (engine_ == nullptr || pos_ >= text_.size()) return {};
+    std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
+    end = text_.find('\n', end);
+    end = end == std::string_view::npos ? text_.size() : end + 1;
+    piece_ = quill::ChooseReadings(text_.substr(pos_, end - pos_),
+                                   engine_->Phrases(settings_->standard),
+                                   engine_->userPhrases_.Table());
+    index_ = 0;
+    pos_ = end;
+  }
+  return piece_[index_++];
 }
 
 bool LookUpEngine::HasOwnReading(std::string_view character,
@@ -672,12 +645,11 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   if (!LoadTable()) return {Outcome::kTableMissing, {}};
   ChosenReadings chosen;
   if (settings.contextReadings) {
-    RefreshUserPhrases();
     // Should Tokenizer ever change more than blanks, the readings are
     // chosen on what it gave.
     const bool same = segmented.empty() ||
                       WideCharacters(typed) == WideCharacters(lookUpText);
-    chosen = ChosenReadings(*this, settings, same ? typed : lookUpText);
+    chosen = ReadingsInContext(same ? typed : lookUpText, settings);
   }
   Walk walk(*this, settings, slotOfBmp_, std::move(chosen));
   walk.Run(lookUpText);

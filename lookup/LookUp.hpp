@@ -74,6 +74,34 @@ inline constexpr const char* kUserPhrasesFileName = "Quillmere Phrases";
 // wadeResult and tongyongResult, by system.
 using Accumulators = PerSystem<std::string>;
 
+class LookUpEngine;
+
+// The readings chosen in context for the characters above U+00FF of a text,
+// in order, worked out a piece of the text at a time: a big text then never
+// holds a view per character at once. A piece ends at a line end, which no
+// word spans, so the pieces choose what the whole text would.
+class ChosenReadings {
+ public:
+  ChosenReadings() = default;
+  // The next character's reading, empty where none was chosen.
+  std::string_view Next();
+
+ private:
+  friend class LookUpEngine;
+  static constexpr std::size_t kPieceBytes = 1 << 16;
+
+  ChosenReadings(LookUpEngine& engine, const LookUpSettings& settings,
+                 std::string_view text)
+      : engine_(&engine), settings_(&settings), text_(text) {}
+
+  LookUpEngine* engine_ = nullptr;
+  const LookUpSettings* settings_ = nullptr;
+  std::string_view text_;
+  std::size_t pos_ = 0;
+  std::vector<std::string_view> piece_;
+  std::size_t index_ = 0;
+};
+
 class LookUpEngine {
  public:
   explicit LookUpEngine(DataFiles files);
@@ -101,15 +129,11 @@ class LookUpEngine {
   const ReadingTable& table() const { return table_; }
   const DataFiles& files() const { return files_; }
 
-  // With context readings on, the syllable chosen for each character of
-  // `text` above U+00FF, in order (empty where no word covers it); nothing
-  // when they are off. Reads the user's phrase file again first if it
-  // changed, unless `refresh` is false.
-  std::vector<std::string_view> ChooseReadings(std::string_view text,
-                                               const LookUpSettings& settings,
-                                               bool refresh = true);
-  // Reads the user's phrase file again if it changed.
-  void RefreshUserPhrases();
+  // With context readings on, the syllables chosen for the characters of
+  // `text` above U+00FF, which `text` must outlive; nothing when they are
+  // off. Reads the user's phrase file again first if it changed.
+  ChosenReadings ReadingsInContext(std::string_view text,
+                                   const LookUpSettings& settings);
 
   // The reading string of a character: its line of the table (empty for
   // none), with its Taiwan reading first under Taiwan's standard, and then
@@ -127,6 +151,10 @@ class LookUpEngine {
   UserPhrases& userPhrases() { return userPhrases_; }
 
  private:
+  friend class ChosenReadings;
+
+  // Reads the user's phrase file again if it changed.
+  void RefreshUserPhrases();
   // What Tokenizer makes of the trimmed input.
   std::string TextToLookUp(const std::string& trimmed);
 
