@@ -124,6 +124,7 @@ void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
 // behind the syllable included. Worked out once per character and look-up:
 // it depends on the reading string and the settings alone.
 struct Contribution {
+  std::string_view first;  // the first reading of the reading string
   PerSystem<std::string> text;
   PerSystem<bool> hasPair;
   bool zhuyin1HasText = false;
@@ -307,8 +308,13 @@ class Walk {
       }
     }
     verbatimPending_ = false;
-    const int slot =
-        chosen.empty() ? Slot(code, character) : Slot(code, character, chosen);
+    int slot = Slot(code, character);
+    // Mostly the word reads the character as its reading string starts.
+    if (!chosen.empty() &&
+        (slot < 0 ||
+         contributions_[static_cast<std::size_t>(slot)].first != chosen)) {
+      slot = Slot(code, character, chosen);
+    }
     if (slot >= 0) {
       const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
       for (System system : built_) {
@@ -389,6 +395,7 @@ class Walk {
   Contribution Contribute(std::string_view entry) const {
     const ToneSettings& tones = settings_.tones;
     Contribution c;
+    c.first = entry.substr(0, entry.find("  "));
     for (const SystemRow& row : kSystemTable) {
       std::string& text = c.text[row.system];
       if (row.system == System::kZhuyin1) {

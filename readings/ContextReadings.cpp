@@ -116,6 +116,9 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
 }
 
 std::string PutFirst(std::string_view readingEntry, std::string_view reading) {
+  if (readingEntry.substr(0, readingEntry.find("  ")) == reading) {
+    return std::string(readingEntry);
+  }
   std::string out(reading);
   while (!readingEntry.empty()) {
     const std::size_t gap = readingEntry.find("  ");

@@ -29,7 +29,8 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
                                              const PhraseTable& user);
 
 // A character's reading string ("ㄏㄤˊ  ㄒㄧㄥˊ": readings separated by two
-// blanks) with `reading` moved to the front, or put in front when missing.
+// blanks) with `reading` moved to the front, or put in front when missing;
+// unchanged when it is in front already.
 std::string PutFirst(std::string_view readingEntry, std::string_view reading);
 
 }  // namespace quill

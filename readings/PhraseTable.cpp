@@ -94,6 +94,7 @@ PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
   // A short string moves its bytes, so the view is taken again.
   content_ = map_ ? other.content_ : std::string_view(owned_);
   slots_ = std::move(other.slots_);
+  direct_ = std::move(other.direct_);
   used_ = other.used_;
   size_ = other.size_;
   skipped_ = other.skipped_;
@@ -111,6 +112,8 @@ void PhraseTable::Clear() {
   owned_.shrink_to_fit();
   slots_.clear();
   slots_.shrink_to_fit();
+  direct_.clear();
+  direct_.shrink_to_fit();
   used_ = 0;
   size_ = 0;
   skipped_ = 0;
@@ -154,6 +157,7 @@ void PhraseTable::Index() {
   // words themselves: some 1.3 keys a line. A slot for every 20 bytes keeps
   // the probes short; the index grows if that is too few.
   slots_.assign(std::max<std::size_t>(16, content_.size() / 20), Slot{});
+  direct_.assign(kEndDirect - kFirstDirect, Slot{});
   // The index holds all that a look-up asks; the file is read again only
   // for the readings of the words chosen. So the pages of a mapped file
   // leave memory as soon as they are indexed.
@@ -220,10 +224,13 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
       static_cast<std::uint8_t>(word.size()), static_cast<std::uint8_t>(chars)};
   std::uint64_t h = kFnvOffset;
   for (std::size_t pos = 0; pos < word.size();) {
-    const std::size_t length = DecodeChar(word, pos).length;
-    h = HashMore(h, word.data() + pos, length);
-    pos += length;
-    if (!Insert(Finish(h), slot, pos) && pos == word.size()) {
+    const Utf8Char c = DecodeChar(word, pos);
+    h = HashMore(h, word.data() + pos, c.length);
+    pos += c.length;
+    const bool added = pos == c.length && IsDirect(c.code, c.length)
+                           ? Put(direct_[c.code - kFirstDirect], slot, pos)
+                           : Insert(Finish(h), slot, pos);
+    if (!added && pos == word.size()) {
       ++skipped_;  // each word once: the first line stands
       return;
     }
@@ -247,21 +254,23 @@ bool PhraseTable::Insert(std::uint64_t hash, const Slot& word,
   for (std::size_t i = Home(hash, slots_.size());;
        i = i + 1 == slots_.size() ? 0 : i + 1) {
     Slot& slot = slots_[i];
-    if (slot.wordBytes == 0) {
-      slot = word;
-      slot.hash = hash;
-      ++used_;
-      return true;
-    }
-    if (slot.hash == hash) {
-      // The prefix is known; when it is this very word, the slot names it,
-      // unless it named the word already.
-      if (word.wordBytes != length || slot.wordBytes == length) return false;
-      slot = word;
-      slot.hash = hash;
-      return true;
+    if (slot.wordBytes == 0) ++used_;
+    if (slot.wordBytes == 0 || slot.hash == hash) {
+      Slot named = word;
+      named.hash = hash;
+      return Put(slot, named, length);
     }
   }
+}
+
+bool PhraseTable::Put(Slot& slot, const Slot& word, std::size_t length) {
+  if (slot.wordBytes != 0) {
+    // The prefix is known; when it is this very word, the slot names it,
+    // unless it named the word already.
+    if (word.wordBytes != length || slot.wordBytes == length) return false;
+  }
+  slot = word;
+  return true;
 }
 
 void PhraseTable::Grow() {
@@ -284,8 +293,11 @@ void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
     const Utf8Char c = DecodeChar(text, end);
     if (!IsHanzi(c.code)) return;
     h = HashMore(h, text.data() + end, c.length);
+    const bool direct = end == pos && IsDirect(c.code, c.length);
     end += c.length;
-    const Slot* slot = Find(Finish(h));
+    const Slot* slot =
+        direct ? &direct_[c.code - kFirstDirect] : Find(Finish(h));
+    if (slot && slot->wordBytes == 0) slot = nullptr;
     if (!slot) return;  // no word goes on like this
     if (slot->wordBytes == end - pos) {
       out.push_back({slot->line + slot->wordBytes + 1, slot->wordBytes,
@@ -303,9 +315,10 @@ std::string_view PhraseTable::Word(std::uint32_t entry) const {
 
 std::string_view PhraseTable::Readings(std::uint32_t entry) const {
   // Every line in the index has a TAB behind its readings.
-  std::size_t end = entry;
-  while (content_[end] != '\t') ++end;
-  return content_.substr(entry, end - entry);
+  const char* const start = content_.data() + entry;
+  const auto* tab = static_cast<const char*>(
+      std::memchr(start, '\t', content_.size() - entry));
+  return std::string_view(start, static_cast<std::size_t>(tab - start));
 }
 
 std::uint32_t PhraseTable::Cost(std::uint32_t entry) const {

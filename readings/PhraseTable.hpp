@@ -78,12 +78,23 @@ class PhraseTable {
     std::uint8_t chars;
   };
 
+  // The first character of a word in the main CJK blocks, U+3400..U+9FFF,
+  // is looked up in a plain array instead of the hash index.
+  static constexpr std::uint32_t kFirstDirect = 0x3400;
+  static constexpr std::uint32_t kEndDirect = 0xA000;
+  static bool IsDirect(std::uint32_t code, std::size_t length) {
+    return code >= kFirstDirect && code < kEndDirect && length == 3;
+  }
+
   void Index();
   void AddLine(std::size_t offset, std::size_t end);
   const Slot* Find(std::uint64_t hash) const;
   // Adds the prefix of `length` bytes of a word; false when it was known
   // and stays as it was.
   bool Insert(std::uint64_t hash, const Slot& word, std::size_t length);
+  // Puts `word` into `slot` for its prefix of `length` bytes; false when the
+  // slot stays as it was.
+  static bool Put(Slot& slot, const Slot& word, std::size_t length);
   void Grow();
 
   std::string_view content_;
@@ -91,6 +102,7 @@ class PhraseTable {
   void* map_ = nullptr;  // content mapped by Open
   std::size_t mapSize_ = 0;
   std::vector<Slot> slots_;
+  std::vector<Slot> direct_;  // by code point from kFirstDirect
   std::size_t used_ = 0;
   std::size_t size_ = 0;
   std::size_t skipped_ = 0;
