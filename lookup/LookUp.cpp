@@ -67,6 +67,15 @@ std::string_view MarkText(const Mark& mark, System system) {
   }
 }
 
+// a == b for the few bytes of a syllable, without a call to memcmp.
+bool SameBytes(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (a[i] != b[i]) return false;
+  }
+  return true;
+}
+
 bool EndsWith(const std::string& s, char c) {
   return !s.empty() && s.back() == c;
 }
@@ -312,7 +321,8 @@ class Walk {
     // Mostly the word reads the character as its reading string starts.
     if (!chosen.empty() &&
         (slot < 0 ||
-         contributions_[static_cast<std::size_t>(slot)].first != chosen)) {
+         !SameBytes(contributions_[static_cast<std::size_t>(slot)].first,
+                    chosen))) {
       slot = Slot(code, character, chosen);
     }
     if (slot >= 0) {
@@ -586,9 +596,9 @@ ChosenReadings LookUpEngine::ReadingsInContext(std::string_view text,
   return ChosenReadings(*this, settings, text);
 }
 
-std::string_view ChosenReadings::Next() {
+std::string_view ChosenReadings::NextPiece() {
   while (index_ == piece_.size()) {
-    if (engine_ == nullptr || pos_ >= text_.size()) return {};
+    if (pos_ >= text_.size()) return {};
     std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
     end = text_.find('\n', end);
     end = end == std::string_view::npos ? text_.size() : end + 1;

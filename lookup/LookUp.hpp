@@ -84,11 +84,16 @@ class ChosenReadings {
  public:
   ChosenReadings() = default;
   // The next character's reading, empty where none was chosen.
-  std::string_view Next();
+  std::string_view Next() {
+    if (index_ < piece_.size()) return piece_[index_++];
+    return engine_ ? NextPiece() : std::string_view();
+  }
 
  private:
   friend class LookUpEngine;
   static constexpr std::size_t kPieceBytes = 1 << 16;
+
+  std::string_view NextPiece();
 
   ChosenReadings(LookUpEngine& engine, const LookUpSettings& settings,
                  std::string_view text)

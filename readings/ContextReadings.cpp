@@ -1,5 +1,6 @@
 #include "readings/ContextReadings.hpp"
 
+#include <algorithm>
 #include <limits>
 
 #include "text/TextOps.hpp"
@@ -32,8 +33,11 @@ class Splitter {
     best_[0] = 0;
     for (std::size_t i = 0; i < n; ++i) {
       bool single = false;
-      user_.WordsAt(text_, starts_[i], userWords_);
-      for (const auto& m : userWords_) single |= Relax(i, m, user_, n);
+      userWords_.clear();
+      if (!user_.empty()) {
+        user_.WordsAt(text_, starts_[i], userWords_);
+        for (const auto& m : userWords_) single |= Relax(i, m, user_, n);
+      }
       table_.WordsAt(text_, starts_[i], words_);
       for (const auto& m : words_) {
         bool mine = false;
@@ -50,12 +54,15 @@ class Splitter {
     for (std::size_t end = n; end > 0;) {
       const Step step = steps_[end];
       if (step.table) {
-        std::string_view syllables = step.table->Readings(step.entry);
+        // Syllables are a few bytes long: a loop finds the blank sooner
+        // than a call to find().
+        const std::string_view syllables = step.table->Readings(step.entry);
+        std::size_t from = 0;
         for (std::size_t k = step.from; k < end; ++k) {
-          const std::size_t blank = syllables.find(' ');
-          out[first + k] = syllables.substr(0, blank);
-          syllables.remove_prefix(
-              blank == std::string_view::npos ? syllables.size() : blank + 1);
+          std::size_t blank = from;
+          while (blank < syllables.size() && syllables[blank] != ' ') ++blank;
+          out[first + k] = syllables.substr(from, blank - from);
+          from = std::min(blank + 1, syllables.size());
         }
       }
       end = step.from;
