@@ -498,7 +498,9 @@ std::size_t WideCharacters(std::string_view text) {
 
 // The blocks of the selected systems. Each body is released once it is
 // copied, so that the accumulators and the result are never both whole in
-// memory.
+// memory; the first body, whose room was reserved for more than it holds,
+// mostly has room for the whole result and takes its header in front
+// instead of being copied.
 std::string Assemble(Accumulators& results, bool shown,
                      const LookUpSettings& settings,
                      const std::string& foundCharacters) {
@@ -508,22 +510,30 @@ std::string Assemble(Accumulators& results, bool shown,
     size += settings.headers[system].size() + results[system].size() + 32;
   }
   std::string text;
-  ReserveForWriting(text, size);
+  std::string head;
   if (settings.mode == Mode::kDictionary) {
-    text.append(foundCharacters).append("\r\r");
+    head.append(foundCharacters).append("\r\r");
   }
   for (const SystemRow& row : kSystemTable) {
     if (!settings.PinyinSystemsPrefValue.Has(row.system)) continue;
     std::string& body = results[row.system];
     // Every block but the first of the table opens with two empty lines,
     // whichever block happens to come first.
-    if (row.position > 1) text.append("\r\r");
-    text.append(settings.headers[row.system]).append("\r");
-    text.append(kRule).append("\r");
-    text.append(body).append("\r");
+    if (row.position > 1) head.append("\r\r");
+    head.append(settings.headers[row.system]).append("\r");
+    head.append(kRule).append("\r");
+    if (text.empty() && body.capacity() >= size) {
+      body.insert(0, head);
+      text.swap(body);
+    } else {
+      if (text.empty()) ReserveForWriting(text, size);
+      text.append(head).append(body);
+    }
+    text.append("\r");
+    head.clear();
     std::string().swap(body);
   }
-  return text;
+  return text.empty() ? head : text;
 }
 
 }  // namespace
