@@ -33,6 +33,17 @@ struct Utf8Char {
 inline Utf8Char DecodeChar(std::string_view s, std::size_t pos) {
   const auto b0 = static_cast<unsigned char>(s[pos]);
   if (b0 < 0x80) return {b0, 1};
+  if (b0 >= 0xE0 && b0 <= 0xEF && pos + 2 < s.size()) {
+    // Three bytes, as every character of the Basic Multilingual Plane
+    // above U+07FF (all of common Chinese) takes: without the loop below.
+    const auto b1 = static_cast<unsigned char>(s[pos + 1]);
+    const auto b2 = static_cast<unsigned char>(s[pos + 2]);
+    if ((b1 & 0xC0) != 0x80 || (b2 & 0xC0) != 0x80) return {b0, 1};
+    const std::uint32_t code =
+        ((b0 & 0x0Fu) << 12) | ((b1 & 0x3Fu) << 6) | (b2 & 0x3Fu);
+    if (code < 0x800 || (code >= 0xD800 && code <= 0xDFFF)) return {b0, 1};
+    return {code, 3};
+  }
   std::size_t need;
   std::uint32_t code;
   std::uint32_t minimum;
