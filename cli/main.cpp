@@ -90,7 +90,10 @@ std::optional<std::string> ReadAll(std::istream& in, std::size_t size = 0) {
   // istream::read records a failed read (of a folder, say) in the stream's
   // state, where a streambuf iterator would throw.
   std::string text;
-  if (size > 0) quill::ReserveForWriting(text, size);
+  if (size > 0) {
+    quill::ReserveForWriting(text, size);
+    quill::MapAhead(text, size);
+  }
   char buffer[1 << 16];
   while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
     text.append(buffer, static_cast<std::size_t>(in.gcount()));

@@ -211,7 +211,16 @@ class Walk {
 
   void Run(std::string_view text) {
     Reserve(text.size());
+    // Every 256 KB of input writes less than 2 MB to each accumulator.
+    constexpr std::size_t kMapAhead = std::size_t{2} << 20;
+    std::size_t mapAt = 0;
     for (std::size_t pos = 0; pos < text.size();) {
+      if (pos >= mapAt) {
+        for (System system : built_) {
+          MapAhead(r_[system], r_[system].size() + kMapAhead);
+        }
+        mapAt = pos + kMapAhead / 8;
+      }
       const auto byte = static_cast<unsigned char>(text[pos]);
       if (byte == '\n' || byte == '\r') {
         AppendAll(std::string_view(&kEndOfLine, 1));
@@ -526,14 +535,18 @@ std::string Assemble(Accumulators& results, bool shown,
       body.insert(0, head);
       text.swap(body);
     } else {
-      if (text.empty()) ReserveForWriting(text, size);
+      if (text.empty()) {
+        ReserveForWriting(text, size);
+        MapAhead(text, size);
+      }
       text.append(head).append(body);
     }
     text.append("\r");
     head.clear();
     std::string().swap(body);
   }
-  return text.empty() ? head : text;
+  if (text.empty()) return head;  // no block: the found characters alone
+  return text;
 }
 
 }  // namespace
@@ -612,9 +625,9 @@ std::string_view ChosenReadings::NextPiece() {
     std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
     end = text_.find('\n', end);
     end = end == std::string_view::npos ? text_.size() : end + 1;
-    piece_ = quill::ChooseReadings(text_.substr(pos_, end - pos_),
-                                   engine_->Phrases(settings_->standard),
-                                   engine_->userPhrases_.Table());
+    quill::ChooseReadings(text_.substr(pos_, end - pos_),
+                          engine_->Phrases(settings_->standard),
+                          engine_->userPhrases_.Table(), piece_);
     index_ = 0;
     pos_ = end;
   }

@@ -1,5 +1,6 @@
 #include "lookup/ReadingTable.hpp"
 
+#include <filesystem>
 #include <fstream>
 #include <limits>
 
@@ -15,6 +16,15 @@ bool ReadingTable::Load(const std::string& path) {
   // folder, say) in the stream's state instead of throwing; a file that
   // can't be read is as good as none.
   std::string content;
+  // Room for the whole of a plain file, its pages mapped at once.
+  std::error_code ec;
+  const std::uintmax_t size = std::filesystem::is_regular_file(path, ec)
+                                  ? std::filesystem::file_size(path, ec)
+                                  : 0;
+  if (!ec && size > 0 && size < (std::uintmax_t{1} << 30)) {
+    content.reserve(static_cast<std::size_t>(size));
+    MapAhead(content, static_cast<std::size_t>(size));
+  }
   char buffer[1 << 16];
   while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
     content.append(buffer, static_cast<std::size_t>(in.gcount()));
@@ -31,6 +41,8 @@ void ReadingTable::Assign(std::string content) {
 
 void ReadingTable::BuildIndex() {
   firstOfByte_.assign(256, 0);
+  firstOfBmp_.reserve(0x10000);
+  MapForWriting(firstOfBmp_.data(), 0x10000 * sizeof(std::uint32_t));
   firstOfBmp_.assign(0x10000, 0);
   firstOfOther_.clear();
   // Positions are kept 1-based in 32 bits; a table past 4 GiB answers by a

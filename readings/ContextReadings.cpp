@@ -99,7 +99,19 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
                                              const PhraseTable& table,
                                              const PhraseTable& user) {
   std::vector<std::string_view> out;
-  out.reserve(text.size() / 3);
+  ChooseReadings(text, table, user, out);
+  return out;
+}
+
+void ChooseReadings(std::string_view text, const PhraseTable& table,
+                    const PhraseTable& user,
+                    std::vector<std::string_view>& out) {
+  out.clear();
+  // Each character takes two bytes or more.
+  if (out.capacity() < text.size() / 2) {
+    out.reserve(text.size() / 2);
+    MapForWriting(out.data(), out.capacity() * sizeof(std::string_view));
+  }
   Splitter splitter(text, table, user);
   auto& starts = splitter.starts_;
   for (std::size_t pos = 0; pos < text.size();) {
@@ -119,7 +131,6 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
     starts.push_back(pos);
     splitter.Run(out);
   }
-  return out;
 }
 
 std::string PutFirst(std::string_view readingEntry, std::string_view reading) {

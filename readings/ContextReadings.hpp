@@ -27,6 +27,11 @@ inline constexpr std::size_t kLongestRun = 4096;
 std::vector<std::string_view> ChooseReadings(std::string_view text,
                                              const PhraseTable& table,
                                              const PhraseTable& user);
+// The same into `out`, whose room is used again: a text taken a piece at a
+// time then allocates (and faults in) that room once.
+void ChooseReadings(std::string_view text, const PhraseTable& table,
+                    const PhraseTable& user,
+                    std::vector<std::string_view>& out);
 
 // A character's reading string ("ㄏㄤˊ  ㄒㄧㄥˊ": readings separated by two
 // blanks) with `reading` moved to the front, or put in front when missing;

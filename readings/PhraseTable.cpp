@@ -129,8 +129,9 @@ bool PhraseTable::Open(const std::string& path) {
             static_cast<std::uint64_t>(st.st_size) <
                 std::numeric_limits<std::uint32_t>::max();
   if (ok && st.st_size > 0) {
+    // Indexing reads every page: mapped at once, not a fault at a time.
     void* map = mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ,
-                     MAP_PRIVATE, fd, 0);
+                     MAP_PRIVATE | MAP_POPULATE, fd, 0);
     if (map == MAP_FAILED) {
       ok = false;
     } else {
@@ -156,21 +157,16 @@ void PhraseTable::Index() {
   // A line takes about 40 bytes, and most prefixes of a word list are
   // words themselves: some 1.3 keys a line. A slot for every 20 bytes keeps
   // the probes short; the index grows if that is too few.
-  slots_.assign(std::max<std::size_t>(16, content_.size() / 20), Slot{});
-  direct_.assign(kEndDirect - kFirstDirect, Slot{});
-  // The index holds all that a look-up asks; the file is read again only
-  // for the readings of the words chosen. So the pages of a mapped file
-  // leave memory as soon as they are indexed.
-  if (map_) madvise(map_, mapSize_, MADV_SEQUENTIAL);
+  // Zero-filled slot by slot, the pages are better mapped in one call.
+  const auto fresh = [](std::vector<Slot>& index, std::size_t size) {
+    index.reserve(size);
+    MapForWriting(index.data(), size * sizeof(Slot));
+    index.assign(size, Slot{});
+  };
+  fresh(slots_, std::max<std::size_t>(16, content_.size() / 20));
+  fresh(direct_, kEndDirect - kFirstDirect);
   std::size_t offset = 0;
-  std::size_t dropped = 0;
   while (offset < content_.size()) {
-    if (map_ && offset - dropped >= (1u << 20)) {
-      const std::size_t upTo = offset & ~std::size_t{4095};
-      madvise(static_cast<char*>(map_) + dropped, upTo - dropped,
-              MADV_DONTNEED);
-      dropped = upTo;
-    }
     const std::size_t end = content_.find('\n', offset);
     if (end == std::string_view::npos) {
       ++skipped_;  // no final LF: the file was cut short
@@ -178,11 +174,6 @@ void PhraseTable::Index() {
     }
     AddLine(offset, end);
     offset = end + 1;
-  }
-  if (map_) {
-    madvise(static_cast<char*>(map_) + dropped, mapSize_ - dropped,
-            MADV_DONTNEED);
-    madvise(map_, mapSize_, MADV_NORMAL);
   }
 }
 

@@ -206,6 +206,25 @@ void ReserveForWriting(std::string& s, std::size_t size) {
 #endif
 }
 
+void MapForWriting(void* data, std::size_t bytes) {
+#ifdef MADV_POPULATE_WRITE
+  if (bytes == 0) return;
+  const auto begin = reinterpret_cast<std::uintptr_t>(data);
+  const std::uintptr_t page = begin & ~std::uintptr_t{4095};
+  // Older kernels refuse the advice: the pages are then mapped as written.
+  madvise(reinterpret_cast<void*>(page), begin + bytes - page,
+          MADV_POPULATE_WRITE);
+#else
+  (void)data;
+  (void)bytes;
+#endif
+}
+
+void MapAhead(std::string& s, std::size_t upTo) {
+  upTo = std::min(upTo, s.capacity());
+  if (upTo > s.size()) MapForWriting(s.data() + s.size(), upTo - s.size());
+}
+
 void ReplaceAllInPlace(std::string& s, std::string_view find,
                        std::string_view with) {
   std::size_t hit = FindFolded(s, find, 0);

@@ -119,6 +119,13 @@ std::string ReplaceAll(std::string_view s, std::string_view find,
 // big text asks for them: the first touches of small pages can otherwise cost
 // more than all the writing.
 void ReserveForWriting(std::string& s, std::size_t size);
+// Maps the pages of `bytes` bytes from `data` in one call, before they are
+// written: where huge pages are not granted, a fault on every small page
+// costs more than the writing.
+void MapForWriting(void* data, std::size_t bytes);
+// The same for the room of `s` from its end up to byte `upTo` (within its
+// capacity).
+void MapAhead(std::string& s, std::size_t upTo);
 
 // ReplaceAll on `s` itself, with the same result; no copy of the text when
 // `with` is no longer than `find`.
