@@ -13,13 +13,6 @@
 
 namespace quill {
 
-bool IsHanzi(std::uint32_t code) {
-  return (code >= 0x4E00 && code <= 0x9FFF) ||
-         (code >= 0x3400 && code <= 0x4DBF) ||
-         (code >= 0xF900 && code <= 0xFAFF) ||
-         (code >= 0x20000 && code <= 0x323AF) || code == 0x3007;
-}
-
 namespace {
 
 constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;

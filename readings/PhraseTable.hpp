@@ -25,7 +25,12 @@ namespace quill {
 // The characters that words are made of: CJK ideographs (the unified block,
 // extensions A to H, the compatibility blocks) and 〇. Everything else ends a
 // word.
-bool IsHanzi(std::uint32_t code);
+inline bool IsHanzi(std::uint32_t code) {
+  return (code >= 0x4E00 && code <= 0x9FFF) ||
+         (code >= 0x3400 && code <= 0x4DBF) ||
+         (code >= 0xF900 && code <= 0xFAFF) ||
+         (code >= 0x20000 && code <= 0x323AF) || code == 0x3007;
+}
 
 class PhraseTable {
  public:
