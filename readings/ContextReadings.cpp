@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 
 #include "text/TextOps.hpp"
 
@@ -19,14 +20,12 @@ struct Step {
 
 class Splitter {
  public:
-  Splitter(std::string_view text, const PhraseTable& table,
-           const PhraseTable& user)
-      : text_(text), table_(table), user_(user) {}
+  Splitter(const PhraseTable& table, const PhraseTable& user)
+      : table_(table), user_(user) {}
 
-  // Appends one syllable (or nothing) per character of the run whose
-  // characters start at `starts` (with the end of the run behind them).
+  // Appends one syllable (or nothing) per character of the run `codes_`.
   void Run(std::vector<std::string_view>& out) {
-    const std::size_t n = starts_.size() - 1;
+    const std::size_t n = codes_.size();
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     best_.assign(n + 1, kNone);
     steps_.assign(n + 1, Step{0, 0, nullptr});
@@ -35,10 +34,10 @@ class Splitter {
       bool single = false;
       userWords_.clear();
       if (!user_.empty()) {
-        user_.WordsAt(text_, starts_[i], userWords_);
+        user_.WordsAt(std::span(codes_).subspan(i), userWords_);
         for (const auto& m : userWords_) single |= Relax(i, m, user_, n);
       }
-      table_.WordsAt(text_, starts_[i], words_);
+      table_.WordsAt(std::span(codes_).subspan(i), words_);
       for (const auto& m : words_) {
         bool mine = false;
         for (const auto& u : userWords_) mine |= u.chars == m.chars;
@@ -69,7 +68,7 @@ class Splitter {
     }
   }
 
-  std::vector<std::size_t> starts_;
+  std::vector<std::uint32_t> codes_;  // the characters of the run
 
  private:
   // A word from character i; true when it is one character long.
@@ -85,7 +84,6 @@ class Splitter {
     return m.chars == 1;
   }
 
-  std::string_view text_;
   const PhraseTable& table_;
   const PhraseTable& user_;
   std::vector<std::uint32_t> best_;
@@ -112,8 +110,8 @@ void ChooseReadings(std::string_view text, const PhraseTable& table,
     out.reserve(text.size() / 2);
     MapForWriting(out.data(), out.capacity() * sizeof(std::string_view));
   }
-  Splitter splitter(text, table, user);
-  auto& starts = splitter.starts_;
+  Splitter splitter(table, user);
+  auto& run = splitter.codes_;
   for (std::size_t pos = 0; pos < text.size();) {
     Utf8Char c = DecodeChar(text, pos);
     if (!IsHanzi(c.code)) {
@@ -121,14 +119,13 @@ void ChooseReadings(std::string_view text, const PhraseTable& table,
       pos += c.length;
       continue;
     }
-    starts.clear();
-    while (IsHanzi(c.code) && starts.size() < kLongestRun) {
-      starts.push_back(pos);
+    run.clear();
+    while (IsHanzi(c.code) && run.size() < kLongestRun) {
+      run.push_back(c.code);
       pos += c.length;
       if (pos == text.size()) break;
       c = DecodeChar(text, pos);
     }
-    starts.push_back(pos);
     splitter.Run(out);
   }
 }

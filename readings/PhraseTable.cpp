@@ -18,14 +18,15 @@ namespace {
 constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;
 constexpr std::uint64_t kFnvPrime = 1099511628211ull;
 
-// FNV-1a, which can be carried on one character at a time while a word
-// grows, and a final mix so that the high bits place the slot well.
-inline std::uint64_t HashMore(std::uint64_t h, const char* bytes,
-                              std::size_t length) {
-  for (std::size_t i = 0; i < length; ++i) {
-    h = (h ^ static_cast<unsigned char>(bytes[i])) * kFnvPrime;
-  }
-  return h;
+// FNV-1a over code points, which can be carried on one character at a time
+// while a word grows, and a final mix so that the high bits place the slot
+// well.
+inline std::uint64_t HashMore(std::uint64_t h, std::uint32_t code) {
+  return (h ^ code) * kFnvPrime;
+}
+
+inline std::size_t Utf8Length(std::uint32_t code) {
+  return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
 }
 
 inline std::uint64_t Finish(std::uint64_t h) {
@@ -209,9 +210,9 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
   std::uint64_t h = kFnvOffset;
   for (std::size_t pos = 0; pos < word.size();) {
     const Utf8Char c = DecodeChar(word, pos);
-    h = HashMore(h, word.data() + pos, c.length);
+    h = HashMore(h, c.code);
     pos += c.length;
-    const bool added = pos == c.length && IsDirect(c.code, c.length)
+    const bool added = pos == c.length && IsDirect(c.code)
                            ? Put(direct_[c.code - kFirstDirect], slot, pos)
                            : Insert(Finish(h), slot, pos);
     if (!added && pos == word.size()) {
@@ -270,20 +271,31 @@ void PhraseTable::Grow() {
 
 void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
                           std::vector<Match>& out) const {
+  std::vector<std::uint32_t> codes;
+  for (std::size_t end = pos; end < text.size() && end - pos < 255;) {
+    const Utf8Char c = DecodeChar(text, end);
+    if (!IsHanzi(c.code)) break;
+    codes.push_back(c.code);
+    end += c.length;
+  }
+  WordsAt(codes, out);
+}
+
+void PhraseTable::WordsAt(std::span<const std::uint32_t> codes,
+                          std::vector<Match>& out) const {
   out.clear();
   if (size_ == 0) return;
   std::uint64_t h = kFnvOffset;
-  for (std::size_t end = pos; end < text.size() && end - pos < 255;) {
-    const Utf8Char c = DecodeChar(text, end);
-    if (!IsHanzi(c.code)) return;
-    h = HashMore(h, text.data() + end, c.length);
-    const bool direct = end == pos && IsDirect(c.code, c.length);
-    end += c.length;
-    const Slot* slot =
-        direct ? &direct_[c.code - kFirstDirect] : Find(Finish(h));
-    if (slot && slot->wordBytes == 0) slot = nullptr;
-    if (!slot) return;  // no word goes on like this
-    if (slot->wordBytes == end - pos) {
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const std::uint32_t code = codes[i];
+    h = HashMore(h, code);
+    bytes += Utf8Length(code);
+    if (bytes > 255) return;  // longer than any word of the table
+    const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
+                                                : Find(Finish(h));
+    if (!slot || slot->wordBytes == 0) return;  // no word goes on like this
+    if (slot->wordBytes == bytes) {
       out.push_back({slot->line + slot->wordBytes + 1, slot->wordBytes,
                      slot->chars, slot->cost});
     }

@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,6 +66,9 @@ class PhraseTable {
   // first, into `out` (which is cleared first).
   void WordsAt(std::string_view text, std::size_t pos,
                std::vector<Match>& out) const;
+  // The same for the words that the characters `codes` start with.
+  void WordsAt(std::span<const std::uint32_t> codes,
+               std::vector<Match>& out) const;
 
   std::string_view Word(std::uint32_t entry) const;
   // The syllables of the word, one per character, separated by one blank.
@@ -87,8 +91,8 @@ class PhraseTable {
   // is looked up in a plain array instead of the hash index.
   static constexpr std::uint32_t kFirstDirect = 0x3400;
   static constexpr std::uint32_t kEndDirect = 0xA000;
-  static bool IsDirect(std::uint32_t code, std::size_t length) {
-    return code >= kFirstDirect && code < kEndDirect && length == 3;
+  static bool IsDirect(std::uint32_t code) {
+    return code >= kFirstDirect && code < kEndDirect;
   }
 
   void Index();
