@@ -40,19 +40,18 @@ void ReadingTable::Assign(std::string content) {
 }
 
 void ReadingTable::BuildIndex() {
-  firstOfByte_.assign(256, 0);
-  firstOfBmp_.reserve(0x10000);
-  MapForWriting(firstOfBmp_.data(), 0x10000 * sizeof(std::uint32_t));
-  firstOfBmp_.assign(0x10000, 0);
+  firstOfBmp_.clear();
   firstOfOther_.clear();
   // Positions are kept 1-based in 32 bits; a table past 4 GiB answers by a
   // plain search instead.
   if (DictContent_.size() >= std::numeric_limits<std::uint32_t>::max()) return;
+  firstOfBmp_.reserve(0x10000);
+  MapForWriting(firstOfBmp_.data(), 0x10000 * sizeof(std::uint32_t));
+  firstOfBmp_.assign(0x10000, 0);
   const std::string_view text = DictContent_;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto b = static_cast<unsigned char>(text[i]);
     const auto position = static_cast<std::uint32_t>(i + 1);
-    if (firstOfByte_[b] == 0) firstOfByte_[b] = position;
     if (b < 0xC2) continue;
     // Every offset is tried, not only character boundaries, so that the
     // index agrees with a byte search on any content.
@@ -69,8 +68,8 @@ void ReadingTable::BuildIndex() {
 long ReadingTable::Find(std::string_view needle) const {
   if (needle.empty() || DictContent_.empty()) return 0;
   if (firstOfBmp_.empty()) return InStrB(0, DictContent_, needle);
-  if (needle.size() == 1)
-    return firstOfByte_[static_cast<unsigned char>(needle[0])];
+  // A single byte is never a character of the look-up: searched for.
+  if (needle.size() == 1) return InStrB(0, DictContent_, needle);
   const Utf8Char c = DecodeChar(needle, 0);
   if (c.length != needle.size()) return InStrB(0, DictContent_, needle);
   if (c.code < 0x10000) return firstOfBmp_[c.code];

@@ -39,8 +39,7 @@ class ReadingTable {
   void BuildIndex();
 
   std::string DictContent_;
-  std::vector<std::uint32_t> firstOfByte_;  // by byte value
-  std::vector<std::uint32_t> firstOfBmp_;   // by code point below U+10000
+  std::vector<std::uint32_t> firstOfBmp_;  // by code point below U+10000
   std::unordered_map<std::uint32_t, std::uint32_t> firstOfOther_;
 };
 
