@@ -4,10 +4,11 @@
 //
 // WORD is one or more Chinese characters, READINGS one Zhuyin syllable per
 // character separated by one blank, COST a decimal integer (lower means more
-// common). The file is mapped, not copied; a hash index of every prefix of
-// every word, built once at load, answers "which words start here" with one
-// probe per character. The index knows a prefix by a 64-bit hash of its
-// bytes alone: that two of the few million prefixes a text and a table ask
+// common). The file is mapped, not copied; an index of every prefix of every
+// word, built once at load, answers "which words start here" with one probe
+// per character: an array for a first character, a hash table for longer
+// prefixes. The hash table knows a prefix by a 64-bit hash of its code
+// points alone: that two of the few million prefixes a text and a table ask
 // for share one is far less likely than a fault of the memory, and leaving
 // the file out of the probes halves the time of a look-up. Lines that don't
 // have this form are skipped, so a damaged file gives the lines that can be
