@@ -132,12 +132,12 @@ std::string ReadingsOf(const PhraseTable& table, std::string_view word) {
   return std::string(table.Readings(words.back().entry));
 }
 
-TEST(Readings, UserPhrasesAreReadAgainWhenTheyChange) {
-  const auto path = std::filesystem::temp_directory_path() /
-                    ("quillmere-phrases-" + std::to_string(getpid()));
-  std::filesystem::remove(path);
+class UserPhrasesFile : public TempFolderTest {};
+
+TEST_F(UserPhrasesFile, IsReadAgainWhenItChanges) {
+  const std::string path = Path("phrases");
   UserPhrases user("");
-  user.SetPath(path.string());
+  user.SetPath(path);
   EXPECT_TRUE(user.Refresh());
   EXPECT_TRUE(user.Table().empty());
   EXPECT_FALSE(user.HasUnreportedProblems());
