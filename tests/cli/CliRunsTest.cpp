@@ -1,17 +1,17 @@
 // quillmere-cli as a user runs it, a real process, from the rows of
 // tests/data/cli/runs.txt: arguments (through the shell; $D stands for the
-// test's folder, which holds zhuyintable, crtable, in.txt and a Tokenizer
-// that prints nothing), standard input, exit status, then standard output and
-// error together, with the folder written $D again.
+// test's folder, which holds zhuyintable, crtable, in.txt, the phrase file
+// bad.txt, the user's phrase file under config and a Tokenizer that prints
+// nothing), standard input, exit status, then standard output and error
+// together, with the folder written $D again. Every run has $D/config as its
+// preferences folder. And the readings in context of
+// tests/data/context/readings.txt, with the shipped data files.
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "tests/lookup/TableFixture.hpp"
@@ -21,26 +21,22 @@
 namespace quill {
 namespace {
 
-std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 class CliRuns : public TableFixture {
  protected:
   CliRuns() {
     WriteFile(Path("zhuyintable"),
               "中   ㄓㄨㄥ  ㄓㄨㄥˋ\n文   ㄨㄣˊ\n行   ㄒㄧㄥˊ  ㄏㄤˊ  ㄏㄥˋ\n");
     WriteFile(Path("stdin"), "");
+    std::filesystem::create_directories(Path("config"));
   }
 
   // The exit status and the output of the CLI run with `args` on `input`.
   std::pair<int, std::string> Run(const std::string& args,
                                   const std::string& input) {
     WriteFile(Path("stdin"), input);
-    std::string command = std::string("'") + QUILLMERE_OUT_DIR +
-                          "/quillmere-cli' " + args + " <" + Path("stdin") +
-                          " 2>&1";
+    std::string command = "XDG_CONFIG_HOME=$D/config '" +
+                          std::string(QUILLMERE_OUT_DIR) + "/quillmere-cli' " +
+                          args + " <" + Path("stdin") + " 2>&1";
     ReplaceAllInPlace(command, "$D/", Path(""));
     FILE* pipe = popen(command.c_str(), "r");
     std::string out;
@@ -57,8 +53,9 @@ class CliRuns : public TableFixture {
 TEST_F(CliRuns, GiveTheirOutputAndStatus) {
   WriteFile(Path("in.txt"), "中文\n");
   WriteFile(Path("crtable"), "中   ㄓㄨㄥ\r\n文   ㄨㄣˊ");
-  WriteFile(Path("Tokenizer"), "#!/bin/sh\n");
-  ASSERT_EQ(chmod(Path("Tokenizer").c_str(), 0755), 0);
+  WriteScript(Path("Tokenizer"), "");
+  WriteFile(Path("bad.txt"), "# mine\n行长 hang2\n银行 yin2 xing2\n");
+  WriteFile(Path("config/Quillmere Phrases"), "行长 xing2 zhang3\n");
   const auto rows = ReadCaseTable("cli/runs.txt");
   ASSERT_GT(rows.size(), 20u);
   for (const auto& row : rows) {
@@ -66,6 +63,28 @@ TEST_F(CliRuns, GiveTheirOutputAndStatus) {
     const auto [status, out] = Run(row[1], row[2]);
     EXPECT_EQ(Str(status), row[3]) << "line " << row[0];
     EXPECT_EQ(out, row[4]) << "line " << row[0];
+  }
+}
+
+// Rows: arguments, input, the last line of the output without its final
+// blank, or "contains " and a text found anywhere in the output.
+TEST_F(CliRuns, ReadInContext) {
+  WriteFile(Path("phrases.txt"), "银行 yin2 xing2\n");
+  const auto rows = ReadCaseTable("context/readings.txt");
+  ASSERT_GT(rows.size(), 100u);
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 4u) << "line " << row[0];
+    auto [status, out] = Run(row[1], row[2] + "\n");
+    EXPECT_EQ(status, 0) << "line " << row[0];
+    if (row[3].starts_with("contains ")) {
+      EXPECT_NE(out.find(row[3].substr(9)), std::string::npos)
+          << "line " << row[0] << "\n"
+          << out;
+      continue;
+    }
+    while (out.ends_with('\n')) out.pop_back();
+    if (out.ends_with(' ')) out.pop_back();
+    EXPECT_EQ(out.substr(out.rfind('\n') + 1), row[3]) << "line " << row[0];
   }
 }
 
@@ -93,15 +112,15 @@ TEST_F(CliRuns, OutputReplacesTheFileOnlyWhenDone) {
             3);
   EXPECT_EQ(Run("--export html -o $D/page.html --table $D/zhuyintable", " \n"),
             std::make_pair(0, std::string()));
-  EXPECT_EQ(ReadAll(page), "old");
+  EXPECT_EQ(ReadFile(page), "old");
   EXPECT_EQ(Run("--systems 01000 --export html -o $D/page.html --table "
                 "$D/zhuyintable",
                 "中"),
             std::make_pair(0, std::string()));
-  EXPECT_TRUE(ReadAll(page).starts_with("<!DOCTYPE html"));
-  EXPECT_NE(ReadAll(page).find("<ruby>中<rt>ㄓㄨㄥ  ㄓㄨㄥˋ</rt></ruby>"),
+  EXPECT_TRUE(ReadFile(page).starts_with("<!DOCTYPE html"));
+  EXPECT_NE(ReadFile(page).find("<ruby>中<rt>ㄓㄨㄥ  ㄓㄨㄥˋ</rt></ruby>"),
             std::string::npos);
-  EXPECT_TRUE(ReadAll(page).ends_with("</html>"));
+  EXPECT_TRUE(ReadFile(page).ends_with("</html>"));
   EXPECT_EQ(files(), before);
 
   // A folder in the way: the rename can't replace it, and it stays whole.
@@ -111,7 +130,7 @@ TEST_F(CliRuns, OutputReplacesTheFileOnlyWhenDone) {
       Run("--export html -o $D/taken --table $D/zhuyintable", "中");
   EXPECT_EQ(status, 1);
   EXPECT_NE(out.find("cannot write"), std::string::npos);
-  EXPECT_EQ(ReadAll(Path("taken/keep")), "x");
+  EXPECT_EQ(ReadFile(Path("taken/keep")), "x");
   EXPECT_EQ(files(), before + 1);
   const auto missing =
       Run("--export text -o $D/no/such/file --table $D/zhuyintable", "中");

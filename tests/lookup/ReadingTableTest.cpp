@@ -5,6 +5,7 @@
 #include <random>
 
 #include "lookup/ReadingTable.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -73,10 +74,10 @@ TEST(ReadingTable, IndexAgreesWithAByteSearchOnAnyContent) {
   }
 }
 
-TEST(ReadingTable, LoadsOnceAndKeepsTheTextWhenTheFileGoes) {
-  const auto dir = std::filesystem::temp_directory_path() / "quill-table-test";
-  std::filesystem::create_directories(dir);
-  const std::string path = (dir / "zhuyintable").string();
+class ReadingTableFile : public TempFolderTest {};
+
+TEST_F(ReadingTableFile, LoadsOnceAndKeepsTheTextWhenTheFileGoes) {
+  const std::string path = Path("zhuyintable");
   ReadingTable table;
   EXPECT_FALSE(table.Load(path + "-missing"));
   EXPECT_TRUE(table.empty());
@@ -87,7 +88,6 @@ TEST(ReadingTable, LoadsOnceAndKeepsTheTextWhenTheFileGoes) {
   std::filesystem::remove(path);
   EXPECT_TRUE(table.Load(path));
   EXPECT_EQ(table.Find("好"), InStrB(0, kTable, "好"));
-  std::filesystem::remove_all(dir);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/Platform.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
@@ -38,27 +39,14 @@ class Variable {
   std::optional<std::string> old_;
 };
 
-class PlatformTest : public testing::Test {
+class PlatformTest : public TempFolderTest {
  protected:
-  PlatformTest()
-      : root_(fs::temp_directory_path() /
-              ("quill-platform-" + std::to_string(getpid()))) {
-    fs::remove_all(root_);
-    fs::create_directories(root_);
-  }
-  ~PlatformTest() override { fs::remove_all(root_); }
-
-  std::string Path(const std::string& name) const {
-    return (root_ / name).string();
-  }
   // A folder with `mode`, made here.
   std::string Folder(const std::string& name, mode_t mode) const {
     fs::create_directory(Path(name));
     chmod(Path(name).c_str(), mode);
     return Path(name);
   }
-
-  fs::path root_;
 };
 
 TEST_F(PlatformTest, PreferencesFolderIsXdgConfigHomeOrHomeConfig) {

@@ -2,23 +2,18 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "readings/ContextReadings.hpp"
 #include "readings/PhraseTable.hpp"
 #include "readings/UserPhrases.hpp"
 #include "tests/text/CaseTable.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
 
 const std::string kData = std::string(QUILLMERE_TEST_DATA) + "/readings/";
-
-std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 TEST(Readings, ChooseReadingsTable) {
   PhraseTable table;
@@ -70,8 +65,8 @@ TEST(Readings, UserPhraseLinesTable) {
 
 // Every standard syllable reads alike as numbered pinyin and as Zhuyin.
 TEST(Readings, EveryStandardSyllable) {
-  std::istringstream in(ReadAll(std::string(QUILLMERE_SOURCE_DIR) +
-                                "/tools/standard_syllables.txt"));
+  std::istringstream in(ReadFile(std::string(QUILLMERE_SOURCE_DIR) +
+                                 "/tools/standard_syllables.txt"));
   int count = 0;
   for (std::string zhuyin, pinyin; in >> zhuyin >> pinyin;) {
     if (zhuyin == "#") {
@@ -137,12 +132,12 @@ std::string ReadingsOf(const PhraseTable& table, std::string_view word) {
   return std::string(table.Readings(words.back().entry));
 }
 
-TEST(Readings, UserPhrasesAreReadAgainWhenTheyChange) {
-  const auto path = std::filesystem::temp_directory_path() /
-                    ("quillmere-phrases-" + std::to_string(getpid()));
-  std::filesystem::remove(path);
+class UserPhrasesFile : public TempFolderTest {};
+
+TEST_F(UserPhrasesFile, IsReadAgainWhenItChanges) {
+  const std::string path = Path("phrases");
   UserPhrases user("");
-  user.SetPath(path.string());
+  user.SetPath(path);
   EXPECT_TRUE(user.Refresh());
   EXPECT_TRUE(user.Table().empty());
   EXPECT_FALSE(user.HasUnreportedProblems());

@@ -1,7 +1,7 @@
 // Damaged and odd zhuyintable files: each gives the missing-table message or
 // a result, never a crash or a hang, through the engine, the page and the
 // CLI alike. Tables whose lines are odd are rows of
-// tests/data/lookup/lookups.txt.
+// tests/data/lookup/lookups.txt. And STTABLE as a folder.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -88,6 +88,19 @@ TEST_F(HostileTableTest, AHugeLineIsOneLongReadingEntry) {
   EXPECT_NE(all.text.find("chung1(chung4,chung4,"), std::string::npos);
   EXPECT_EQ(BuildPhoneticPage("中", LookUpSettings{}, engine).status,
             ExportPage::Status::kDone);
+}
+
+// A folder where STTABLE should be reads as no file, and is looked for
+// again at the next look-up; the table has the Traditional forms only.
+TEST_F(HostileTableTest, AFolderAsTheSttableCountsAsNone) {
+  std::filesystem::create_directory(Path("STTABLE"));
+  LookUpEngine engine(FilesWithTable("中   ㄓㄨㄥ\n國   ㄍㄨㄛˊ\n"));
+  const LookUpSettings settings = ZhuyinOnly(Mode::kDictionary);
+  EXPECT_EQ(engine.LookUp("中国", settings).text.substr(0, 5), "中\r\r");
+  std::filesystem::remove(Path("STTABLE"));
+  std::filesystem::copy_file(QUILLMERE_SOURCE_DIR "/data/STTABLE",
+                             Path("STTABLE"));
+  EXPECT_EQ(engine.LookUp("中国", settings).text.substr(0, 8), "中国\r\r");
 }
 
 }  // namespace

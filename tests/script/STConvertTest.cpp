@@ -1,16 +1,15 @@
 #include <gtest/gtest.h>
 #include <iconv.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "script/STConvert.hpp"
+#include "tests/tables/Gb2312.hpp"
 #include "tests/text/CaseTable.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
@@ -27,49 +26,24 @@ const std::string kBig5Jia = "\xA5\xD2";       // 甲
 const std::string kBig5Yi = "\xA4\x41";        // 乙
 const std::string kBig5Bing = "\xA4\xFE";      // 丙
 
-fs::path TempFolder() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  fs::path folder = fs::temp_directory_path() /
-                    ("quillmere-st-" + std::to_string(getpid()) + "-" +
-                     info->test_suite_name() + "-" + info->name());
-  fs::create_directories(folder);
-  return folder;
-}
-
-void WriteFile(const fs::path& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream buffer;
-  buffer << in.rdbuf();
-  return buffer.str();
-}
-
 // A full-size table of question marks with a few cells set on purpose.
-class SmallTable : public ::testing::Test {
+class SmallTable : public TempFolderTest {
  protected:
-  void SetUp() override {
-    folder_ = TempFolder();
-    table_.clear();
+  SmallTable() {
     for (std::size_t i = 0; i < kTableSize / 2; ++i) table_ += kBig5Question;
     Set(185, 250, kBig5Guo);           // 国
     Set(163, 161, kBig5Jia);           // ！, a symbol row
     Set(176, 161, kBig5Yi);            // 啊, first cell of the Chinese section
     Set(177, 254, kBig5Bing);          // last cell of the row of lead byte 177
     table_.replace(564, 2, kBig5Jia);  // the spare cell
-    path_ = folder_ / "STTABLE";
-    WriteFile(path_, table_);
+    WriteFile(path_.string(), table_);
   }
-  void TearDown() override { fs::remove_all(folder_); }
 
   void Set(int lead, int trail, const std::string& code) {
     table_.replace(STConverter::CellPosition(lead, trail), 2, code);
   }
 
-  fs::path folder_;
-  fs::path path_;
+  const fs::path path_ = Path("STTABLE");
   std::string table_;
 };
 
@@ -105,10 +79,10 @@ TEST(STConverterCells, FollowTheTwoSections) {
 TEST_F(SmallTable, ConvertsTheCasesOfItsTable) {
   for (const auto& row : ReadCaseTable("script/small-table.txt")) {
     SCOPED_TRACE("line " + row[0]);
-    const fs::path cut = folder_ / ("cut" + row[1]);
+    const std::string cut = Path("cut" + row[1]);
     WriteFile(cut,
               row[1].empty() ? table_ : table_.substr(0, std::stoul(row[1])));
-    EXPECT_EQ(STConverter(cut.string()).STConvert(row[2]), row[3]);
+    EXPECT_EQ(STConverter(cut).STConvert(row[2]), row[3]);
   }
   std::string huge;
   for (int i = 0; i < 100000; ++i) huge += "国a";
@@ -118,7 +92,7 @@ TEST_F(SmallTable, ConvertsTheCasesOfItsTable) {
 }
 
 TEST_F(SmallTable, MissingTableGivesNothingAndIsLookedForAgain) {
-  const fs::path elsewhere = folder_ / "later" / "STTABLE";
+  const fs::path elsewhere = folder() / "later" / "STTABLE";
   STConverter converter(elsewhere.string());
   EXPECT_EQ(converter.STConvert("abc"), "");
   EXPECT_EQ(converter.STConvert("国"), "");
@@ -126,7 +100,7 @@ TEST_F(SmallTable, MissingTableGivesNothingAndIsLookedForAgain) {
   fs::copy_file(path_, elsewhere);
   EXPECT_EQ(converter.STConvert("国"),
             "國");  // A folder in the table's place gives nothing either.
-  EXPECT_EQ(STConverter(folder_.string()).STConvert("abc"), "");
+  EXPECT_EQ(STConverter(folder().string()).STConvert("abc"), "");
 }
 
 TEST_F(SmallTable, TableIsKeptOnceRead) {
@@ -138,19 +112,6 @@ TEST_F(SmallTable, TableIsKeptOnceRead) {
 }
 
 // The committed table.
-
-std::string FromGb(int lead, int trail) {
-  iconv_t cd = iconv_open("UTF-8", "EUC-CN");
-  char in[2] = {static_cast<char>(lead), static_cast<char>(trail)};
-  char out[8];
-  char* inPtr = in;
-  char* outPtr = out;
-  std::size_t inLeft = 2, outLeft = sizeof out;
-  const bool ok =
-      iconv(cd, &inPtr, &inLeft, &outPtr, &outLeft) != static_cast<size_t>(-1);
-  iconv_close(cd);
-  return ok ? std::string(out, outPtr) : std::string();
-}
 
 bool Big5Holds(const std::string& utf8) {
   iconv_t cd = iconv_open("BIG5", "UTF-8");
@@ -166,20 +127,6 @@ bool Big5Holds(const std::string& utf8) {
   return ok;
 }
 
-std::vector<std::vector<std::string>> ReadRows(const std::string& path) {
-  std::vector<std::vector<std::string>> rows;
-  std::ifstream in(path);
-  std::string line;
-  while (std::getline(in, line)) {
-    if (line.empty() || line[0] == '#') continue;
-    std::istringstream fields(line);
-    std::vector<std::string> row;
-    for (std::string field; fields >> field;) row.push_back(field);
-    rows.push_back(row);
-  }
-  return rows;
-}
-
 TEST(CommittedSTTable, HasTheFullLayout) {
   const std::string table = ReadFile(kCommittedTable);
   ASSERT_EQ(table.size(), kTableSize);
@@ -188,37 +135,30 @@ TEST(CommittedSTTable, HasTheFullLayout) {
 
 TEST(CommittedSTTable, EveryChineseCharacterBecomesABig5Character) {
   std::set<std::string> withoutForm;
-  for (const auto& row :
-       ReadRows(QUILLMERE_TEST_DATA "/script/no_big5_form.txt")) {
-    withoutForm.insert(row[0]);
+  for (const auto& row : ReadCaseTable("script/no_big5_form.txt")) {
+    withoutForm.insert(row[1]);
   }
   STConverter converter(kCommittedTable);
-  int characters = 0;
   std::set<std::string> fellBack;
-  for (int lead = 176; lead <= 247; ++lead) {
-    for (int trail = 161; trail <= 254; ++trail) {
-      const std::string simplified = FromGb(lead, trail);
-      if (simplified.empty()) continue;
-      ++characters;
-      const std::string traditional = converter.STConvert(simplified);
-      ASSERT_TRUE(Big5Holds(traditional))
-          << simplified << " -> " << traditional;
-      if (traditional == "？") fellBack.insert(simplified);
-    }
+  const auto characters = Gb2312Characters();
+  for (const std::string& simplified : characters) {
+    const std::string traditional = converter.STConvert(simplified);
+    ASSERT_TRUE(Big5Holds(traditional)) << simplified << " -> " << traditional;
+    if (traditional == "？") fellBack.insert(simplified);
   }
-  EXPECT_EQ(characters, 6763);
+  EXPECT_EQ(characters.size(), 6763u);
   EXPECT_EQ(fellBack, withoutForm);
 }
 
 TEST(CommittedSTTable, AgreesWithPublishedPairs) {
   STConverter converter(kCommittedTable);
-  const auto rows = ReadRows(QUILLMERE_TEST_DATA "/script/st_pairs.txt");
+  const auto rows = ReadCaseTable("script/st_pairs.txt");
   ASSERT_GE(rows.size(), 20u);
   for (const auto& row : rows) {
-    ASSERT_GE(row.size(), 2u);
-    const std::string result = converter.STConvert(row[0]);
-    const std::set<std::string> allowed(row.begin() + 1, row.end());
-    EXPECT_TRUE(allowed.count(result)) << row[0] << " -> " << result;
+    ASSERT_GE(row.size(), 3u);
+    const std::string result = converter.STConvert(row[1]);
+    const std::set<std::string> allowed(row.begin() + 2, row.end());
+    EXPECT_TRUE(allowed.count(result)) << row[1] << " -> " << result;
   }
 }
 

@@ -10,38 +10,24 @@
 
 #include "settings/Preferences.hpp"
 #include "tests/text/CaseTable.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PreferencesTest : public ::testing::Test {
+class PreferencesTest : public TempFolderTest {
  protected:
-  void SetUp() override {
-    folder_ = fs::temp_directory_path() /
-              ("quillmere-prefs-" + std::to_string(getpid()) + "-" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
   std::string Path() const {
-    return (folder_ / Preferences::kFileName).string();
+    return TempFolderTest::Path(Preferences::kFileName);
   }
-  Preferences Store() const { return Preferences(folder_.string()); }
+  Preferences Store() const { return Preferences(folder().string()); }
 
   void WriteFile(const std::string& text) const {
-    std::ofstream(Path(), std::ios::binary) << text;
+    quill::WriteFile(Path(), text);
   }
-  std::string FileText() const {
-    std::ifstream in(Path(), std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-  }
-  fs::path folder_;
+  std::string FileText() const { return ReadFile(Path()); }
 };
 
 TEST_F(PreferencesTest, NoFolderReadsEmptyAndWritesNothing) {

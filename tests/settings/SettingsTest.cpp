@@ -7,6 +7,7 @@
 
 #include "settings/Preferences.hpp"
 #include "settings/Settings.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -16,32 +17,26 @@ namespace fs = std::filesystem;
 
 // The accessors read the store in $XDG_CONFIG_HOME, pointed at a folder of
 // the test's own.
-class SettingsTest : public ::testing::Test {
+class SettingsTest : public TempFolderTest {
  protected:
-  void SetUp() override {
+  SettingsTest() {
     if (const char* old = getenv("XDG_CONFIG_HOME")) saved_ = old;
-    folder_ = fs::temp_directory_path() /
-              ("quillmere-settings-" + std::to_string(getpid()));
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-    setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+    setenv("XDG_CONFIG_HOME", folder().c_str(), 1);
   }
-  void TearDown() override {
+  ~SettingsTest() override {
     if (saved_.empty()) {
       unsetenv("XDG_CONFIG_HOME");
     } else {
       setenv("XDG_CONFIG_HOME", saved_.c_str(), 1);
     }
-    fs::remove_all(folder_);
   }
   void Store(const char* key, const char* value) {
-    Preferences(folder_.string()).WritePreferences(key, value);
+    Preferences(folder().string()).WritePreferences(key, value);
   }
   std::string Stored(const char* key) {
-    return Preferences(folder_.string()).ReadPreferences(key);
+    return Preferences(folder().string()).ReadPreferences(key);
   }
 
-  fs::path folder_;
   std::string saved_;
 };
 
@@ -79,7 +74,7 @@ TEST_F(SettingsTest, GettersReadTheStoredText) {
       {"-2e7", "11111 0110000 -1000000 -1000000 -1000000 -1000000 -1000000"},
   };
   for (const auto& [text, expected] : cases) {
-    fs::remove_all(folder_ / Preferences::kFileName);
+    fs::remove_all(folder() / Preferences::kFileName);
     for (const char* key : keys) {
       if (text) Store(key, text);
     }

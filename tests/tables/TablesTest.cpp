@@ -10,10 +10,8 @@
 // character in citation tones; and that the cheapest split over them reads
 // the words and sentences of tests/data as expected.
 #include <gtest/gtest.h>
-#include <iconv.h>
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -22,7 +20,9 @@
 
 #include "readings/ContextReadings.hpp"
 #include "readings/PhraseTable.hpp"
+#include "tests/tables/Gb2312.hpp"
 #include "tests/text/CaseTable.hpp"
+#include "tests/tokenizer/TempFolder.hpp"
 #include "text/TextOps.hpp"
 
 namespace quill {
@@ -34,17 +34,8 @@ const std::string kSyllablesPath =
 const std::string kNeutralFirstPath =
     QUILLMERE_SOURCE_DIR "/tools/neutral_first.txt";
 const std::string kDataDir = QUILLMERE_SOURCE_DIR "/data/";
-const std::string kExpectedPath =
-    QUILLMERE_TEST_DATA "/tables/phrase_words.txt";
 const std::string kCompatibilityPath =
     QUILLMERE_SOURCE_DIR "/tests/tables/compatibility_ideographs.txt";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream buffer;
-  buffer << in.rdbuf();
-  return buffer.str();
-}
 
 std::vector<std::string> Split(const std::string& text,
                                const std::string& separator) {
@@ -128,34 +119,32 @@ struct Line {
 
 class Zhuyintable : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    content_ = new std::string(ReadFile(kTablePath));
-    lines_ = new std::vector<Line>;
-    for (const std::string& text : Split(*content_, "\n")) {
-      if (text.size() >= 6) {
-        lines_->push_back({text.substr(0, 3), Split(text.substr(6), "  ")});
-      }
-    }
+  static const std::string& Content() {
+    static const std::string content = ReadFile(kTablePath);
+    return content;
   }
-  static void TearDownTestSuite() {
-    delete content_;
-    delete lines_;
+  static const std::vector<Line>& Lines() {
+    static const std::vector<Line> lines = [] {
+      std::vector<Line> read;
+      for (const std::string& text : Split(Content(), "\n")) {
+        if (text.size() >= 6) {
+          read.push_back({text.substr(0, 3), Split(text.substr(6), "  ")});
+        }
+      }
+      return read;
+    }();
+    return lines;
   }
   static const Line* Find(const std::string& key) {
-    for (const Line& line : *lines_) {
+    for (const Line& line : Lines()) {
       if (line.key == key) return &line;
     }
     return nullptr;
   }
-
-  static std::string* content_;
-  static std::vector<Line>* lines_;
 };
-std::string* Zhuyintable::content_ = nullptr;
-std::vector<Line>* Zhuyintable::lines_ = nullptr;
 
 TEST_F(Zhuyintable, IsUtf8LinesEndedByLineFeeds) {
-  const std::string& content = *content_;
+  const std::string& content = Content();
   ASSERT_FALSE(content.empty());
   EXPECT_TRUE(IsValidUtf8(content));
   EXPECT_EQ(content.back(), '\n');
@@ -165,7 +154,7 @@ TEST_F(Zhuyintable, IsUtf8LinesEndedByLineFeeds) {
 
 TEST_F(Zhuyintable, EveryLineIsKeyFillerReadings) {
   int lineNumber = 0;
-  for (const std::string& text : Split(*content_, "\n")) {
+  for (const std::string& text : Split(Content(), "\n")) {
     ++lineNumber;
     if (text.empty() && lineNumber > 1) continue;  // after the last LF
     ASSERT_GT(text.size(), 6u) << "line " << lineNumber;
@@ -179,12 +168,12 @@ TEST_F(Zhuyintable, EveryLineIsKeyFillerReadings) {
     EXPECT_NE(text[6], ' ') << "line " << lineNumber;
     EXPECT_NE(text.back(), ' ') << "line " << lineNumber;
   }
-  EXPECT_GE(lines_->size(), 20000u);
+  EXPECT_GE(Lines().size(), 20000u);
 }
 
 TEST_F(Zhuyintable, NoKeyTwice) {
   std::set<std::string> keys;
-  for (const Line& line : *lines_) {
+  for (const Line& line : Lines()) {
     EXPECT_TRUE(keys.insert(line.key).second) << line.key;
   }
 }
@@ -193,7 +182,7 @@ TEST_F(Zhuyintable, ReadingsAreStandardSyllables) {
   const std::set<std::string> standard = StandardSyllables();
   ASSERT_GT(standard.size(), 400u);
   int outside = 0;
-  for (const Line& line : *lines_) {
+  for (const Line& line : Lines()) {
     std::set<std::string> seen;
     bool anyStandard = false;
     for (const std::string& reading : line.readings) {
@@ -241,7 +230,7 @@ TEST_F(Zhuyintable, NeutralToneFirstOnlyForParticles) {
   const std::vector<std::string> words = WordsOf(kNeutralFirstPath);
   const std::set<std::string> particles(words.begin(), words.end());
   ASSERT_GT(particles.size(), 10u);
-  for (const Line& line : *lines_) {
+  for (const Line& line : Lines()) {
     const std::uint32_t code = DecodeChar(line.key, 0).code;
     if (!IsNeutral(line.readings[0]) || particles.count(line.key) ||
         (code >= 0xF900 && code <= 0xFAFF)) {
@@ -286,47 +275,25 @@ TEST_F(Zhuyintable, BothFormsOrderSharedReadingsAlike) {
     const Line* a = Find(simplified);
     const Line* b = Find(traditional);
     ASSERT_TRUE(a && b) << simplified << traditional;
-    std::vector<std::string> sharedA, sharedB;
-    for (const std::string& r : a->readings) {
-      for (const std::string& t : b->readings) {
-        if (r == t) sharedA.push_back(r);
+    const auto shared = [](const Line* one, const Line* other) {
+      std::vector<std::string> in;
+      for (const std::string& r : one->readings) {
+        if (std::ranges::count(other->readings, r)) in.push_back(r);
       }
-    }
-    for (const std::string& r : b->readings) {
-      for (const std::string& t : a->readings) {
-        if (r == t) sharedB.push_back(r);
-      }
-    }
-    EXPECT_FALSE(sharedA.empty()) << simplified << traditional;
-    EXPECT_EQ(sharedA, sharedB) << simplified << traditional;
+      return in;
+    };
+    EXPECT_FALSE(shared(a, b).empty()) << simplified << traditional;
+    EXPECT_EQ(shared(a, b), shared(b, a)) << simplified << traditional;
   }
 }
 
 // Every Chinese character of GB 2312 can be looked up directly.
 TEST_F(Zhuyintable, CoversGb2312) {
   std::set<std::string> keys;
-  for (const Line& line : *lines_) keys.insert(line.key);
-  iconv_t cd = iconv_open("UTF-8", "EUC-CN");
-  ASSERT_NE(cd, reinterpret_cast<iconv_t>(-1));
-  int characters = 0;
-  for (int lead = 176; lead <= 247; ++lead) {
-    for (int trail = 161; trail <= 254; ++trail) {
-      char in[2] = {static_cast<char>(lead), static_cast<char>(trail)};
-      char out[8];
-      char* inPtr = in;
-      char* outPtr = out;
-      std::size_t inLeft = 2, outLeft = sizeof out;
-      if (iconv(cd, &inPtr, &inLeft, &outPtr, &outLeft) ==
-          static_cast<std::size_t>(-1)) {
-        continue;
-      }
-      ++characters;
-      const std::string character(out, outPtr);
-      EXPECT_TRUE(keys.count(character)) << character;
-    }
-  }
-  iconv_close(cd);
-  EXPECT_EQ(characters, 6763);
+  for (const Line& line : Lines()) keys.insert(line.key);
+  const auto characters = Gb2312Characters();
+  for (const std::string& c : characters) EXPECT_TRUE(keys.count(c)) << c;
+  EXPECT_EQ(characters.size(), 6763u);
 }
 
 // The phrase-reading files.
@@ -423,26 +390,23 @@ TEST(PhrasereadingsCases, ReadAsExpected) {
     if (fields.size() == 2) taiwan[fields[0]] = fields[1];
   }
   const PhraseTable none;
-  int cases = 0;
-  for (const std::string& line : Split(ReadFile(kExpectedPath), "\n")) {
-    if (line.empty() || line[0] == '#') continue;
-    const std::vector<std::string> fields = Split(line, "\t");
-    ASSERT_EQ(fields.size(), 3u) << line;
+  const auto rows = ReadCaseTable("tables/phrase_words.txt");
+  for (const auto& row : rows) {
+    ASSERT_EQ(row.size(), 4u) << "line " << row[0];
     std::string got;
-    if (fields[0] == "taiwanreadings") {
-      got = taiwan[fields[1]];
+    if (row[1] == "taiwanreadings") {
+      got = taiwan[row[2]];
     } else {
       PhraseTable table;
-      ASSERT_TRUE(table.Open(kDataDir + fields[0])) << line;
-      for (const auto reading : ChooseReadings(fields[1], table, none)) {
+      ASSERT_TRUE(table.Open(kDataDir + row[1])) << "line " << row[0];
+      for (const auto reading : ChooseReadings(row[2], table, none)) {
         got += (got.empty() ? "" : " ") +
                (reading.empty() ? "?" : std::string(reading));
       }
     }
-    EXPECT_EQ(got, fields[2]) << fields[0] << " " << fields[1];
-    ++cases;
+    EXPECT_EQ(got, row[3]) << "line " << row[0];
   }
-  EXPECT_GE(cases, 50);
+  EXPECT_GE(rows.size(), 50u);
 }
 
 }  // namespace

@@ -18,19 +18,13 @@ inline std::string Unescape(const std::string& text) {
       continue;
     }
     const char kind = text[++i];
+    const std::string names = "0trn", bytes = {'\0', '\t', '\r', '\n'};
     if (kind == 'x' && i + 2 < text.size()) {
       out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
       i += 2;
-    } else if (kind == '0') {
-      out += '\0';
-    } else if (kind == 't') {
-      out += '\t';
-    } else if (kind == 'r') {
-      out += '\r';
-    } else if (kind == 'n') {
-      out += '\n';
     } else {
-      out += kind;
+      const auto at = names.find(kind);
+      out += at == std::string::npos ? kind : bytes[at];
     }
   }
   return out;

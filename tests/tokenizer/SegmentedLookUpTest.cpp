@@ -2,37 +2,21 @@
 // what it makes of the text is in tests/data/lookup/lookups.txt.
 #include "lookup/LookUp.hpp"
 #include "tests/lookup/TableFixture.hpp"
-#include "tests/tokenizer/TempFolder.hpp"
 
 namespace quill {
 namespace {
 
-const std::string kTable = "中   ㄓㄨㄥ\n國   ㄍㄨㄛˊ\n人   ㄖㄣˊ\n";
-
-class SegmentedLookUpTest : public TempFolderTest {
- protected:
-  SegmentedLookUpTest() {
-    WriteFile(Path("zhuyintable"), kTable);
-    settings.segmentation = true;
-  }
-
-  DataFiles Files(const std::string& tokenizer) {
-    DataFiles files;
-    files.zhuyintable = Path("zhuyintable");
-    files.sttable = Path("STTABLE");
-    files.tokenizer = tokenizer;
-    files.temporaryFolder = folder().string();
-    return files;
-  }
-
-  LookUpSettings settings;
-};
+class SegmentedLookUpTest : public TableFixture {};
 
 TEST_F(SegmentedLookUpTest, OnlyConverterModeRunsTheTool) {
   const std::string tool = Path("tool");
   const std::string ran = Path("ran");
   WriteScript(tool, "touch '" + ran + "'\nprintf '中國 人'");
-  LookUpEngine engine(Files(tool));
+  DataFiles files = FilesWithTable("中   ㄓㄨㄥ\n國   ㄍㄨㄛˊ\n人   ㄖㄣˊ\n");
+  files.tokenizer = tool;
+  LookUpEngine engine(files);
+  LookUpSettings settings;
+  settings.segmentation = true;
   settings.mode = Mode::kDictionary;
   auto result = engine.LookUp("中國人", settings);
   EXPECT_FALSE(std::filesystem::exists(ran));

@@ -11,6 +11,14 @@
 
 namespace quill {
 
+inline void WriteFile(const std::string& path, const std::string& content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+inline std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
 class TempFolderTest : public ::testing::Test {
  protected:
   // `name` may hold characters that mean something to a shell.
@@ -29,13 +37,6 @@ class TempFolderTest : public ::testing::Test {
   }
   const std::filesystem::path& folder() const { return folder_; }
 
-  static void WriteFile(const std::string& path, const std::string& content) {
-    std::ofstream(path, std::ios::binary) << content;
-  }
-  static std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
   // A shell script that can be run as a tool.
   static void WriteScript(const std::string& path, const std::string& body) {
     WriteFile(path, "#!/bin/sh\n" + body + "\n");

@@ -2,7 +2,6 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <sstream>
 #include <vector>
 
 #include "platform/Platform.hpp"
@@ -70,26 +69,6 @@ class TokenizerToolTest : public TempFolderTest {
     return run.out;
   }
 };
-
-TEST_F(TokenizerToolTest, EverydaySentencesSegmentIntoTheirWords) {
-  // One sentence a line, Traditional and Simplified, segmented by hand.
-  const std::string expected =
-      ReadFile(QUILLMERE_TEST_DATA "/tokenizer/sentences.txt");
-  ASSERT_FALSE(expected.empty());
-  std::string text;
-  for (char c : expected) {
-    if (c != ' ') text += c;
-  }
-  std::istringstream want(expected), got(Segmented(text));
-  std::string wantLine, gotLine;
-  int lines = 0;
-  while (std::getline(want, wantLine)) {
-    ASSERT_TRUE(std::getline(got, gotLine));
-    EXPECT_EQ(gotLine, wantLine);
-    ++lines;
-  }
-  EXPECT_GE(lines, 12);
-}
 
 // Rows of tests/data/tokenizer/tool.txt: a text and what the tool makes of
 // it with the shipped word list.

@@ -10,12 +10,11 @@
 #include "WindowTestSupport.hpp"
 #include "windows/Dialogs.hpp"
 #include "windows/ExportWindow.hpp"
-#include "windows/MsgBox.hpp"
 
 using namespace quill;
 using namespace quill::testing;
 
-class ExportWindowTest : public QObject {
+class ExportWindowTest : public WindowTest {
   Q_OBJECT
 
  private:
@@ -40,40 +39,28 @@ class ExportWindowTest : public QObject {
                                           : QString();
   }
 
- private slots:
-  void init() {
-    prefs_ = std::make_unique<PreferencesFolder>();
+  // The wait cursor of the export is gone before the save dialog or a
+  // message comes.
+  void Begin() override {
     outFolder_ = std::make_unique<QTemporaryDir>();
-    messages_.clear();
-    asked_.clear();
     answer_ = outFolder_->filePath("export");
-    // The export's wait cursor is gone before the save dialog or a message
-    // comes.
+    asked_.clear();
     busy_ = false;
-    SetMsgBoxHandler([this](const QString& text) {
-      busy_ |= QApplication::overrideCursor() != nullptr;
-      messages_ << text;
-    });
     SetSaveFolderItemHandler([this](const QString& defaultName) {
       busy_ |= QApplication::overrideCursor() != nullptr;
       asked_ << defaultName;
       return answer_;
     });
     prefs_->Write("PinyinSystems", "01000");  // Zhuyin 1 alone
-    main_ = StartMainWindow();
-    main_->SetDataFiles(SmallTable(tableFolder_));
+    Start();
   }
-  void cleanup() {
+  void End() override {
     QVERIFY(!busy_ && QApplication::overrideCursor() == nullptr);
-    if (ExportWindow* dialog = ExportWindow::Existing()) dialog->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    CloseMainWindow();
-    SetMsgBoxHandler({});
+    QVERIFY(!messages_.join('|').contains(" (busy)"));
     SetSaveFolderItemHandler({});
-    outFolder_.reset();
-    prefs_.reset();
   }
 
+ private slots:
   void dialogAsLaidOut() {
     ExportWindow* dialog = Open();
     QCOMPARE(dialog->windowTitle(), QString("Export"));
@@ -182,11 +169,7 @@ class ExportWindowTest : public QObject {
   }
 
  private:
-  std::unique_ptr<PreferencesFolder> prefs_;
   std::unique_ptr<QTemporaryDir> outFolder_;
-  QTemporaryDir tableFolder_;
-  MainWindow* main_ = nullptr;
-  QStringList messages_;
   QStringList asked_;
   QString answer_;
   bool busy_ = false;

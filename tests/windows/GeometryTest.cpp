@@ -5,7 +5,6 @@
 // tests step Timer1's event by hand, but for one.
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QTimer>
 #include <pugixml.hpp>
 
@@ -14,7 +13,7 @@
 using namespace quill;
 using namespace quill::testing;
 
-class GeometryTest : public QObject {
+class GeometryTest : public WindowTest {
   Q_OBJECT
 
  private:
@@ -25,34 +24,29 @@ class GeometryTest : public QObject {
   static int Top(MainWindow* window, const char* control) {
     return window->ControlRect(Control(window, control)).top();
   }
+  // Each test starts the program itself.
+  void Begin() override {}
   MainWindow* Start(bool offered = true) {
-    window_ = StartMainWindow();
-    window_->SetDataFiles(SmallTable(tableFolder_));
+    WindowTest::Start();
     for (const char* name : {"DictModeButton", "ConverterModeButton"}) {
-      Control(window_, name)->setVisible(offered);
-      Control(window_, name)->setEnabled(offered);
+      Control(main_, name)->setVisible(offered);
+      Control(main_, name)->setEnabled(offered);
     }
-    return window_;
+    return main_;
   }
   void Press(const char* button, int ticks = 6) {
-    QTest::mouseClick(Control(window_, button), Qt::LeftButton, {},
-                      QPoint(8, 8));
-    for (int i = 0; i < ticks; ++i) window_->Timer1_Action();
+    QTest::mouseClick(Control(main_, button), Qt::LeftButton, {}, QPoint(8, 8));
+    for (int i = 0; i < ticks; ++i) main_->Timer1_Action();
   }
   QLineEdit* CharacterField() const {
-    return Control<QLineEdit>(window_, "CharacterField");
+    return Control<QLineEdit>(main_, "CharacterField");
   }
   bool InDictionaryMode() const {
-    return CharacterField()->isVisible() && !TextField(window_)->isVisible();
+    return CharacterField()->isVisible() && !TextField(main_)->isVisible();
   }
-  QSize Size() const { return {window_->Width(), window_->Height()}; }
+  QSize Size() const { return {main_->Width(), main_->Height()}; }
 
  private slots:
-  void init() { prefs_ = std::make_unique<PreferencesFolder>(); }
-  void cleanup() {
-    CloseMainWindow();
-    prefs_.reset();
-  }
 
   // The systems' default alone, besides the font size; a stored value
   // stays as it is.
@@ -75,51 +69,31 @@ class GeometryTest : public QObject {
   // hidden and disabled, and nothing switches.
   void startsInConverterMode() {
     Start(false);
-    QVERIFY(!InDictionaryMode() && TextField(window_)->isVisible());
-    QVERIFY(!Control(window_, "DictModeButton")->isVisible());
-    QVERIFY(!Control(window_, "ConverterModeButton")->isVisible());
+    QVERIFY(!InDictionaryMode() && TextField(main_)->isVisible());
+    QVERIFY(!Control(main_, "DictModeButton")->isVisible());
+    QVERIFY(!Control(main_, "ConverterModeButton")->isVisible());
     Press("DictModeButton");
     QVERIFY(!InDictionaryMode());
     QCOMPARE(prefs_->Read("DefaultMode"), QString());
   }
 
-  void savedSize_data() { AddRows("savedSize"); }
-  void savedSize() {
+  // The content's size and the window's place at a start, from the saved
+  // width, height, left and top; a value saved stays as it is.
+  void savedGeometry_data() { AddRows("savedGeometry"); }
+  void savedGeometry() {
     QFETCH(QString, stored);
-    const QStringList size = Values(stored);
-    if (!size.isEmpty()) {
-      prefs_->WriteAll(
-          {"MainWindowWidth=" + size[0], "MainWindowHeight=" + size[1]});
+    const QStringList keys = {"Width", "Height", "Left", "Top"};
+    const QStringList values = stored.split(',');
+    for (int i = 0; i < 4; ++i) {
+      if (values[i] != "-") prefs_->Write("MainWindow" + keys[i], values[i]);
     }
     MainWindow* window = StartMainWindow();
     QTEST(QString("%1x%2").arg(window->Width()).arg(window->Height()), "size");
-    QCOMPARE(prefs_->Read("MainWindowWidth"), size.value(0));  // none saved
-  }
-
-  void savedPosition_data() { AddRows("savedPosition"); }
-  void savedPosition() {
-    QFETCH(QString, stored);
-    const QStringList place = Values(stored);
-    prefs_->WriteAll(
-        {"MainWindowLeft=" + place[0], "MainWindowTop=" + place[1]});
-    MainWindow* window = StartMainWindow();
-    const QPoint saved(place[0].toInt(), place[1].toInt());
-    QTEST(QString::number(window->pos() == saved), "used");
-  }
-
-  // A size and place saved on a larger screen come back within this one.
-  void savedGeometryStaysOnTheScreen_data() {
-    AddRows("savedGeometryStaysOnTheScreen");
-  }
-  void savedGeometryStaysOnTheScreen() {
-    QFETCH(QString, left);
-    QFETCH(QString, top);
-    prefs_->WriteAll({"MainWindowWidth=5000", "MainWindowHeight=4000",
-                      "MainWindowLeft=" + left, "MainWindowTop=" + top});
-    MainWindow* window = StartMainWindow();
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    QVERIFY(area.contains(QRect(window->pos(), window->size())));
-    QCOMPARE(window->width(), area.width());
+    QTEST(QString("%1,%2").arg(window->x()).arg(window->y()), "place");
+    for (int i = 0; i < 4; ++i) {
+      QCOMPARE(prefs_->Read(qPrintable("MainWindow" + keys[i])),
+               values[i] == "-" ? QString() : values[i]);
+    }
   }
 
   // Resized and moved by the user, the window comes back so.
@@ -176,34 +150,34 @@ class GeometryTest : public QObject {
   void eachModeGetsItsFieldSizeAndResultBack() {
     prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
     Start();
-    TextField(window_)->setPlainText("中");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    const QString converterResult = Result(window_);
+    TextField(main_)->setPlainText("中");
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    const QString converterResult = Result(main_);
     Press("DictModeButton");
     QVERIFY(InDictionaryMode());
-    QCOMPARE(window_->focusWidget(), CharacterField());
+    QCOMPARE(main_->focusWidget(), CharacterField());
     QCOMPARE(Size(), QSize(300, 453));
-    QCOMPARE(window_->MaxHeight(), 453);  // not resizable
-    QCOMPARE(Result(window_), QString());
+    QCOMPARE(main_->MaxHeight(), 453);  // not resizable
+    QCOMPARE(Result(main_), QString());
     QCOMPARE(prefs_->Read("DefaultMode"), QString("0"));
 
     CharacterField()->setText("文");
     QTest::keyClick(CharacterField(), Qt::Key_Return);  // only the button
-    QCOMPARE(Result(window_), QString());
-    QTest::mouseClick(Control(window_, "LookUpCanvas"), Qt::LeftButton);
-    const QString dictionaryResult = Result(window_);
+    QCOMPARE(Result(main_), QString());
+    QTest::mouseClick(Control(main_, "LookUpCanvas"), Qt::LeftButton);
+    const QString dictionaryResult = Result(main_);
     QVERIFY(dictionaryResult.startsWith("文\n\n"));
 
     Press("ConverterModeButton");
     QVERIFY(!InDictionaryMode());
-    QCOMPARE(window_->focusWidget(), TextField(window_));
+    QCOMPARE(main_->focusWidget(), TextField(main_));
     QCOMPARE(Size(), QSize(700, 650));
-    QCOMPARE(Result(window_), converterResult);
-    QCOMPARE(TextField(window_)->toPlainText(), QString("中"));
+    QCOMPARE(Result(main_), converterResult);
+    QCOMPARE(TextField(main_)->toPlainText(), QString("中"));
     QCOMPARE(prefs_->Read("DefaultMode"), QString("1"));
 
     Press("DictModeButton");
-    QCOMPARE(Result(window_), dictionaryResult);
+    QCOMPARE(Result(main_), dictionaryResult);
     QCOMPARE(CharacterField()->text(), QString("文"));
     // The mode is stored, and the next start is in converter mode anyway.
     CloseMainWindow();
@@ -217,15 +191,15 @@ class GeometryTest : public QObject {
   void secondPressDuringTheSwitch() {
     prefs_->WriteAll({"MainWindowWidth=700", "MainWindowHeight=650"});
     Start();
-    TextField(window_)->setPlainText("中");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    TextField(main_)->setPlainText("中");
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
     Press("DictModeButton", 2);
     Press("ConverterModeButton", 0);
     Press("DictModeButton", 4);
     QVERIFY(InDictionaryMode());
     QCOMPARE(Size(), QSize(300, 453));
     Press("ConverterModeButton");
-    QCOMPARE(Result(window_), QString());
+    QCOMPARE(Result(main_), QString());
     QCOMPARE(Size(), QSize(560, 600));
   }
 
@@ -233,19 +207,14 @@ class GeometryTest : public QObject {
   // saved, converter mode comes back at its least size.
   void timerRunsTheSwitch() {
     Start();
-    auto* timer = window_->findChild<QTimer*>("Timer1");
+    auto* timer = main_->findChild<QTimer*>("Timer1");
     Press("DictModeButton", 0);
     QTRY_VERIFY(InDictionaryMode() && !timer->isActive());
     Press("ConverterModeButton", 0);
     QTRY_VERIFY(!InDictionaryMode() && !timer->isActive());
     QCOMPARE(Size(), QSize(560, 600));
-    QCOMPARE(QSize(window_->MinWidth(), window_->MinHeight()), QSize(560, 600));
+    QCOMPARE(QSize(main_->MinWidth(), main_->MinHeight()), QSize(560, 600));
   }
-
- private:
-  std::unique_ptr<PreferencesFolder> prefs_;
-  QTemporaryDir tableFolder_;
-  MainWindow* window_ = nullptr;
 };
 
 QUILLMERE_TEST_MAIN(GeometryTest)

@@ -5,7 +5,6 @@
 #include <QPlainTextEdit>
 
 #include "WindowTestSupport.hpp"
-#include "windows/MsgBox.hpp"
 #include "windows/Pictures.hpp"
 
 using namespace quill;
@@ -20,41 +19,25 @@ bool Shows(const Canvas* canvas, const QPixmap& picture) {
 
 }  // namespace
 
-class MainWindowTest : public QObject {
+class MainWindowTest : public WindowTest {
   Q_OBJECT
 
  private slots:
-  void init() {
-    prefs_ = std::make_unique<PreferencesFolder>();
-    messages_.clear();
-    // No wait cursor over a message.
-    SetMsgBoxHandler([this](const QString& text) {
-      messages_ << text + (QApplication::overrideCursor() ? " (busy)" : "");
-    });
-    window_ = StartMainWindow();
-    window_->SetDataFiles(SmallTable(tableFolder_));
-  }
-  void cleanup() {
-    CloseMainWindow();
-    SetMsgBoxHandler({});
-    prefs_.reset();
-  }
-
   // Start as the program does, type as a keyboard does, press Return.
   void typedTextIsLookedUpOnReturn() {
     for (const QChar c : QString("中文")) {
-      QTest::sendKeyEvent(QTest::Click, TextField(window_), Qt::Key_unknown,
+      QTest::sendKeyEvent(QTest::Click, TextField(main_), Qt::Key_unknown,
                           QString(c), Qt::NoModifier);
     }
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    const QStringList lines = Result(window_).split('\n');
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    const QStringList lines = Result(main_).split('\n');
     QCOMPARE(lines.mid(0, 2),
              (QStringList{"Hanyu Pinyin", "-------------------"}));
     QVERIFY(lines.contains("ㄓㄨㄥ (ㄓㄨㄥˋ) ㄨㄣˊ "));
     QCOMPARE(lines.filter("-------------------").size(), 5);
     // A picture of the window for a look by eye, when asked for.
     const QString shot = qEnvironmentVariable("QUILLMERE_SCREENSHOT");
-    if (!shot.isEmpty()) window_->grab().save(shot);
+    if (!shot.isEmpty()) main_->grab().save(shot);
   }
 
   // Which keys start the look-up and which break the line, by the stored
@@ -66,29 +49,29 @@ class MainWindowTest : public QObject {
     Qt::KeyboardModifiers modifiers;
     if (key.startsWith("Shift+")) modifiers |= Qt::ShiftModifier;
     if (key.endsWith("Enter")) modifiers |= Qt::KeypadModifier;
-    TextField(window_)->setPlainText("中");
-    TextField(window_)->moveCursor(QTextCursor::End);
-    QTest::keyClick(TextField(window_), Qt::Key_Return);  // before the change
-    QVERIFY(Result(window_).startsWith("Hanyu Pinyin\n"));
-    ResultField(window_)->setPlainText("old result");
+    TextField(main_)->setPlainText("中");
+    TextField(main_)->moveCursor(QTextCursor::End);
+    QTest::keyClick(TextField(main_), Qt::Key_Return);  // before the change
+    QVERIFY(Result(main_).startsWith("Hanyu Pinyin\n"));
+    ResultField(main_)->setPlainText("old result");
     if (pressReturnTo != "-") prefs_->Write("PressReturnTo", pressReturnTo);
-    QTest::keyClick(TextField(window_),
+    QTest::keyClick(TextField(main_),
                     key.endsWith("Return")  ? Qt::Key_Return
                     : key.endsWith("Enter") ? Qt::Key_Enter
                                             : Qt::Key_A,
                     modifiers);
-    const bool lookedUp = Result(window_).startsWith("Hanyu Pinyin\n");
-    QCOMPARE(lookedUp || Result(window_) == "old result", true);
+    const bool lookedUp = Result(main_).startsWith("Hanyu Pinyin\n");
+    QCOMPARE(lookedUp || Result(main_) == "old result", true);
     QTEST(QString::number(lookedUp), "looksUp");
-    QTEST(QString::number(TextField(window_)->toPlainText().contains('\n')),
+    QTEST(QString::number(TextField(main_)->toPlainText().contains('\n')),
           "breaksLine");
   }
 
   void returnWithBlankInputClearsTheResult() {
-    TextField(window_)->setPlainText("  \n ");
-    ResultField(window_)->setPlainText("old result");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    QCOMPARE(Result(window_), QString());
+    TextField(main_)->setPlainText("  \n ");
+    ResultField(main_)->setPlainText("old result");
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    QCOMPARE(Result(main_), QString());
   }
 
   // An unusable file met at a key goes up to the program, which ends.
@@ -98,15 +81,15 @@ class MainWindowTest : public QObject {
     file.write("<root><PressReturnTo>1</root>");
     file.close();
     const QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
-    QVERIFY_THROWS_EXCEPTION(PreferencesError, window_->TextField_KeyDown(key));
+    QVERIFY_THROWS_EXCEPTION(PreferencesError, main_->TextField_KeyDown(key));
     file.remove();  // the window writes on closing
   }
 
   // The button looks pressed while the mouse is down over it, and looks up
   // on release wherever the mouse is.
   void lookUpButton() {
-    TextField(window_)->setPlainText("中");
-    auto* button = Control<Canvas>(window_, "LookUpCanvas");
+    TextField(main_)->setPlainText("中");
+    auto* button = Control<Canvas>(main_, "LookUpCanvas");
     QVERIFY(Shows(button, lookupbutton()));
     QTest::mousePress(button, Qt::LeftButton, {}, QPoint(15, 15));
     QVERIFY(Shows(button, lookupbutton_on()));
@@ -118,72 +101,66 @@ class MainWindowTest : public QObject {
       DragTo(button, point);
       QVERIFY(Shows(button, pressed ? lookupbutton_on() : lookupbutton()));
     }
-    QCOMPARE(Result(window_), QString());
+    QCOMPARE(Result(main_), QString());
     QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(60, 60));
     QVERIFY(Shows(button, lookupbutton()));
-    QVERIFY(Result(window_).startsWith("Hanyu Pinyin\n"));
+    QVERIFY(Result(main_).startsWith("Hanyu Pinyin\n"));
     // Nothing to look up: the old result stays.
-    TextField(window_)->clear();
+    TextField(main_)->clear();
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(15, 15));
-    QVERIFY(Result(window_).startsWith("Hanyu Pinyin\n"));
+    QVERIFY(Result(main_).startsWith("Hanyu Pinyin\n"));
   }
 
   // The button and the key each report a missing table; the key clears.
   void missingTableIsReportedAtEachLookUp() {
     QTemporaryDir empty;
-    window_->SetDataFiles(NoTable(empty));
-    TextField(window_)->setPlainText("中");
-    ResultField(window_)->setPlainText("old result");
-    QTest::mouseClick(Control<Canvas>(window_, "LookUpCanvas"), Qt::LeftButton,
+    main_->SetDataFiles(NoTable(empty));
+    TextField(main_)->setPlainText("中");
+    ResultField(main_)->setPlainText("old result");
+    QTest::mouseClick(Control<Canvas>(main_, "LookUpCanvas"), Qt::LeftButton,
                       {}, QPoint(15, 15));
-    QCOMPARE(Result(window_), QString("old result"));
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    QCOMPARE(Result(main_), QString("old result"));
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
     QCOMPARE(messages_, QStringList(2,
                                     "The data file is missing. Please "
                                     "reinstall the application."));
-    QCOMPARE(Result(window_), QString());
+    QCOMPARE(Result(main_), QString());
   }
 
   // The wait cursor shows while the look-up works, and is gone after it.
   void busyCursorWhileLookingUp() {
     QList<int> shapes;  // the override cursor's shape at each change
     QObject context;
-    connect(ResultField(window_), &QPlainTextEdit::textChanged, &context,
+    connect(ResultField(main_), &QPlainTextEdit::textChanged, &context,
             [&shapes] {
               const QCursor* cursor = QApplication::overrideCursor();
               shapes << (cursor != nullptr ? cursor->shape() : -1);
             });
-    TextField(window_)->setPlainText("中文");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
+    TextField(main_)->setPlainText("中文");
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
     QCOMPARE(shapes, (QList<int>{-1, Qt::WaitCursor}));  // cleared, shown
     QVERIFY(QApplication::overrideCursor() == nullptr);
   }
 
   // The multiple readings are read from the store at each look-up.
   void multipleReadingsAreReadAtEachLookUp() {
-    TextField(window_)->setPlainText("中");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    QVERIFY(Result(window_).contains("ㄓㄨㄥ (ㄓㄨㄥˋ) "));
+    TextField(main_)->setPlainText("中");
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    QVERIFY(Result(main_).contains("ㄓㄨㄥ (ㄓㄨㄥˋ) "));
     prefs_->Write("ShowMultipleReadings", "0");
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    QVERIFY(Result(window_).contains("ㄓㄨㄥ "));
-    QVERIFY(!Result(window_).contains("ㄓㄨㄥˋ"));
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    QVERIFY(Result(main_).contains("ㄓㄨㄥ "));
+    QVERIFY(!Result(main_).contains("ㄓㄨㄥˋ"));
   }
 
   void largeInputIsShown() {
     QString input;
     for (int i = 0; i < 50000; ++i) input += i % 40 == 39 ? "\n" : "中文";
-    TextField(window_)->setPlainText(input);
-    QTest::keyClick(TextField(window_), Qt::Key_Return);
-    QVERIFY(ResultField(window_)->document()->characterCount() >
+    TextField(main_)->setPlainText(input);
+    QTest::keyClick(TextField(main_), Qt::Key_Return);
+    QVERIFY(ResultField(main_)->document()->characterCount() >
             input.size() * 2);
   }
-
- private:
-  std::unique_ptr<PreferencesFolder> prefs_;
-  QTemporaryDir tableFolder_;
-  MainWindow* window_ = nullptr;
-  QStringList messages_;
 };
 
 QUILLMERE_TEST_MAIN(MainWindowTest)

@@ -91,23 +91,10 @@ void Choose(const QString& name) {
 
 }  // namespace
 
-class MenuTest : public QObject {
+class MenuTest : public WindowTest {
   Q_OBJECT
 
  private slots:
-  void init() {
-    prefs_ = std::make_unique<PreferencesFolder>();
-    window_ = StartMainWindow();
-  }
-  void cleanup() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window != window_) window->close();
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    CloseMainWindow();
-    prefs_.reset();
-  }
-
   // The menus in order, and each item in its place.
   void menuItems_data() { AddRows("menuItems"); }
   void menuItems() {
@@ -130,7 +117,7 @@ class MenuTest : public QObject {
   void frontWindowDecidesTheItems() {
     QFETCH(QString, front);
     QFETCH(QString, enabled);
-    QWidget* window = window_;
+    QWidget* window = main_;
     if (front == "help") ShowHelpWindow(), window = HelpWindow::Existing();
     if (front == "about") ShowAboutWindow(), window = AboutWindow::Existing();
     auto* other = front == "other" ? new OtherWindow : nullptr;
@@ -148,17 +135,17 @@ class MenuTest : public QObject {
       QVERIFY(DispatchMenuItem("WindowBringAllToFront"));
       QCOMPARE(other->handled, 1);
       QVERIFY(!DispatchMenuItem("WindowMinimize"));
-    } else if (window != window_) {
+    } else if (window != main_) {
       // Close Window closes that window alone.
       QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
       QVERIFY(!window->isVisible());
-      QVERIFY(window_->isVisible());
+      QVERIFY(main_->isVisible());
     }
   }
 
   void editItemsServeTheFocusedField() {
-    Activate(window_);
-    QPlainTextEdit* field = TextField(window_);
+    Activate(main_);
+    QPlainTextEdit* field = TextField(main_);
     field->setPlainText("中文 abc");
     field->setFocus();
     QApplication::clipboard()->clear();
@@ -174,21 +161,21 @@ class MenuTest : public QObject {
     Choose("EditPaste");
     QCOMPARE(field->toPlainText(), QString("中文 abc中文 abc"));
 
-    ResultField(window_)->setPlainText("result");
-    ResultField(window_)->setFocus();
+    ResultField(main_)->setPlainText("result");
+    ResultField(main_)->setFocus();
     Choose("EditSelectAll");
     EnableMenuItems();
     QVERIFY(!MenuItem("EditCut")->isEnabled());  // read-only
     QVERIFY(MenuItem("EditCopy")->isEnabled());
     Choose("EditCut");
-    QCOMPARE(Result(window_), QString("result"));
+    QCOMPARE(Result(main_), QString("result"));
   }
 
   // Alt+E, and the arrow keys from one open menu to the next, open the Edit
   // menu with its items as the focused field allows them.
   void editMenuFromTheKeyboardServesTheField() {
-    Activate(window_);
-    QPlainTextEdit* field = TextField(window_);
+    Activate(main_);
+    QPlainTextEdit* field = TextField(main_);
     field->setPlainText("中文");
     field->setFocus();
     field->selectAll();
@@ -219,7 +206,7 @@ class MenuTest : public QObject {
     ShowAboutWindow();
     QVERIFY(QTest::qWaitForWindowActive(AboutWindow::Existing()));
     QTest::keyClick(AboutWindow::Existing(), Qt::Key_Q, Qt::ControlModifier);
-    QVERIFY(!window_->isVisible());
+    QVERIFY(!main_->isVisible());
     QVERIFY(HelpWindow::Existing() == nullptr);
     QVERIFY(AboutWindow::Existing() == nullptr);
   }
@@ -242,7 +229,7 @@ class MenuTest : public QObject {
     QCOMPARE(titles(), QStringList{"*Quillmere"});
     ShowHelpWindow();
     QCOMPARE(titles(), (QStringList{"Quillmere", "*Quillmere Help"}));
-    window_->Event_Activate();
+    main_->Event_Activate();
     QCOMPARE(titles(), (QStringList{"*Quillmere", "Quillmere Help"}));
     HelpWindow::Existing()->setWindowTitle("Renamed");
     QCOMPARE(titles(), (QStringList{"*Quillmere", "Renamed"}));
@@ -282,7 +269,7 @@ class MenuTest : public QObject {
     QCOMPARE(Show(name), first.data());
     int shown = 0;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-      shown += widget->isVisible() && widget != window_;
+      shown += widget->isVisible() && widget != main_;
     }
     QCOMPARE(shown, 1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
@@ -350,10 +337,6 @@ class MenuTest : public QObject {
     QTest::keyClick(field, Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QApplication::clipboard()->text(), help);
   }
-
- private:
-  std::unique_ptr<PreferencesFolder> prefs_;
-  MainWindow* window_ = nullptr;
 };
 
 QUILLMERE_TEST_MAIN(MenuTest)

@@ -9,13 +9,12 @@
 
 #include "WindowTestSupport.hpp"
 #include "windows/Dialogs.hpp"
-#include "windows/MsgBox.hpp"
 #include "windows/PreferencesWindow.hpp"
 
 using namespace quill;
 using namespace quill::testing;
 
-class PreferencesWindowTest : public QObject {
+class PreferencesWindowTest : public WindowTest {
   Q_OBJECT
 
  private:
@@ -67,27 +66,14 @@ class PreferencesWindowTest : public QObject {
     }
   }
 
- private slots:
-  // Each test starts the program anew on a preferences folder of its own,
-  // then takes the file away for the test to fill.
-  void init() {
-    prefs_ = std::make_unique<PreferencesFolder>();
-    messages_.clear();
-    SetMsgBoxHandler([this](const QString& text) { messages_ << text; });
-    main_ = StartMainWindow();
-    main_->SetDataFiles(SmallTable(tableFolder_));
+  // The program started anew, then the file taken away for the test to
+  // fill.
+  void Begin() override {
+    Start();
     QFile::remove(QString::fromStdString(prefs_->FilePath()));
   }
-  void cleanup() {
-    if (PreferencesWindow* window = PreferencesWindow::Existing()) {
-      window->close();
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    CloseMainWindow();
-    SetMsgBoxHandler({});
-    prefs_.reset();
-  }
 
+ private slots:
   // Each control opens from the store.
   void opensFromStore_data() { AddRows("opensFromStore"); }
   void opensFromStore() {
@@ -153,8 +139,7 @@ class PreferencesWindowTest : public QObject {
     QFETCH(QString, after);
     prefs_->WriteAll(Values(stored));
     CloseMainWindow();
-    main_ = StartMainWindow();
-    main_->SetDataFiles(SmallTable(tableFolder_));
+    Start();
     TextField(main_)->setPlainText(input);
     QTest::keyClick(TextField(main_), Qt::Key_Return);
     QVERIFY2(Result(main_).contains(before), qPrintable(Result(main_)));
@@ -200,12 +185,6 @@ class PreferencesWindowTest : public QObject {
                           "ReadingStandardPopup", "OKButton", "CancelButton",
                           "ListBox1"}));
   }
-
- private:
-  std::unique_ptr<PreferencesFolder> prefs_;
-  QTemporaryDir tableFolder_;
-  QStringList messages_;
-  MainWindow* main_ = nullptr;
 };
 
 QUILLMERE_TEST_MAIN(PreferencesWindowTest)

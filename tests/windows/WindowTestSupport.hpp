@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFile>
@@ -22,6 +23,7 @@
 #include "windows/App.hpp"
 #include "windows/Canvas.hpp"
 #include "windows/MainWindow.hpp"
+#include "windows/MsgBox.hpp"
 
 namespace quill::testing {
 
@@ -171,6 +173,49 @@ inline void ClickRowCheck(QTreeWidget* list, int row) {
   QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
                     check.center());
 }
+
+// The base of the window test classes. Each test function gets a
+// preferences folder of its own and the program started on the small table
+// (Begin), the messages it shows kept, " (busy)" after one shown under the
+// wait cursor; at the end (End first) every window is closed.
+class WindowTest : public QObject {
+  Q_OBJECT
+
+ protected:
+  MainWindow* Start() {
+    main_ = StartMainWindow();
+    main_->SetDataFiles(SmallTable(tableFolder_));
+    return main_;
+  }
+  virtual void Begin() { Start(); }
+  virtual void End() {}
+
+  std::unique_ptr<PreferencesFolder> prefs_;
+  QTemporaryDir tableFolder_;
+  MainWindow* main_ = nullptr;
+  QStringList messages_;
+
+ private slots:
+  void init() {
+    prefs_ = std::make_unique<PreferencesFolder>();
+    messages_.clear();
+    SetMsgBoxHandler([this](const QString& text) {
+      messages_ << text + (QApplication::overrideCursor() ? " (busy)" : "");
+    });
+    Begin();
+  }
+  void cleanup() {
+    End();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window != main_) window->close();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    CloseMainWindow();
+    main_ = nullptr;
+    SetMsgBoxHandler({});
+    prefs_.reset();
+  }
+};
 
 }  // namespace quill::testing
 
