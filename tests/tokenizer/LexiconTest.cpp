@@ -87,6 +87,11 @@ TEST_F(LexiconTest, AFileThatIsNoWordListIsRefused) {
     EXPECT_EQ(Segment("中国", other), "中 国");
   }
   std::string error;
+  // With its line end the same list is good: no character table, no cost.
+  WriteFile(Path("good"), "quillmere-lexicon 1 0 1 0\n中\t0\n");
+  Lexicon good;
+  EXPECT_TRUE(good.Load(Path("good"), &error)) << error;
+  EXPECT_EQ(good.Find("中").cost, 0);
   Lexicon missing;
   EXPECT_FALSE(missing.Load(Path("nothing here"), &error));
   EXPECT_EQ(error, Path("nothing here") + ": No such file or directory");
