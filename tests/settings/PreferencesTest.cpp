@@ -120,13 +120,10 @@ TEST_F(PreferencesTest, DeeplyNestedWellFormedFileIsReadAndWritten) {
 }
 
 TEST_F(PreferencesTest, AHugeFileIsRefusedUnread) {
-  {
-    std::ofstream out(Path(), std::ios::binary);
-    out << "<root>";
-    const std::string filler(1 << 20, ' ');
-    for (int i = 0; i < 17; ++i) out << filler;
-    out << "<Key>1</Key></root>";
-  }
+  // One byte over 16 MiB, well-formed.
+  const std::string head = "<root>", tail = "<Key>1</Key></root>";
+  const std::size_t size = (16 << 20) + 1;
+  WriteFile(head + std::string(size - head.size() - tail.size(), ' ') + tail);
   EXPECT_THROW(Store().ReadPreferences("Key"), PreferencesError);
 }
 
