@@ -11,7 +11,7 @@ namespace {
 // 們->们 and 國->国 as the Traditional to Simplified table; words sorted by
 // their bytes. Costs in hundredths of a nat; an unknown character costs 2000.
 const std::string kList =
-    "quillmere-lexicon 1 2 9 2000\n"
+    "quillmere-lexicon 1 2 11 2000\n"
     "們\t们\n"
     "國\t国\n"
     "中\t900\n"
@@ -22,7 +22,9 @@ const std::string kList =
     "生\t800\n"
     "生命\t700\n"
     "研究\t600\n"
-    "研究生\t900\n";
+    "研究生\t900\n"
+    "\uF900中\t100\n"       // a compatibility ideograph
+    "\U00020000中\t100\n";  // and one of Extension B
 
 class LexiconTest : public TempFolderTest {
  protected:
@@ -36,7 +38,7 @@ class LexiconTest : public TempFolderTest {
 };
 
 TEST_F(LexiconTest, FindTellsWordsAndPrefixes) {
-  EXPECT_EQ(lexicon.size(), 9u);
+  EXPECT_EQ(lexicon.size(), 11u);
   EXPECT_EQ(lexicon.unknownCost(), 2000);
   const auto word = lexicon.Find("中国");
   EXPECT_TRUE(word.found);
