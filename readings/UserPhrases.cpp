@@ -105,14 +105,12 @@ std::string ToZhuyin(std::string_view pinyin) {
   if (rest == "ui") rest = "uei";
   if (rest == "iong") rest = "üong";
   bool frontMedial = false;
-  if (rest.size() > 0 && rest != "ong" && rest != "ng") {
-    if (StartsWith(rest, "i")) {
-      out += "ㄧ", rest.erase(0, 1), frontMedial = true;
-    } else if (StartsWith(rest, "u")) {
-      out += "ㄨ", rest.erase(0, 1);
-    } else if (StartsWith(rest, "ü")) {
-      out += "ㄩ", rest.erase(0, 2), frontMedial = true;
-    }
+  if (StartsWith(rest, "i")) {
+    out += "ㄧ", rest.erase(0, 1), frontMedial = true;
+  } else if (StartsWith(rest, "u")) {
+    out += "ㄨ", rest.erase(0, 1);
+  } else if (StartsWith(rest, "ü")) {
+    out += "ㄩ", rest.erase(0, 2), frontMedial = true;
   }
   if (rest == "ong" && frontMedial) return out + "ㄥ";  // iong: ㄩㄥ
   if (rest == "e" && frontMedial) return out + "ㄝ";
