@@ -11,7 +11,7 @@ namespace {
 // 們->们 and 國->国 as the Traditional to Simplified table; words sorted by
 // their bytes. Costs in hundredths of a nat; an unknown character costs 2000.
 const std::string kList =
-    "quillmere-lexicon 1 2 11 2000\n"
+    "quillmere-lexicon 1 2 12 2000\n"
     "們\t们\n"
     "國\t国\n"
     "中\t900\n"
@@ -19,6 +19,7 @@ const std::string kList =
     "人\t600\n"
     "我\t400\n"
     "我们\t450\n"
+    "我们中\t2000\n"
     "生\t800\n"
     "生命\t700\n"
     "研究\t600\n"
@@ -38,7 +39,7 @@ class LexiconTest : public TempFolderTest {
 };
 
 TEST_F(LexiconTest, FindTellsWordsAndPrefixes) {
-  EXPECT_EQ(lexicon.size(), 11u);
+  EXPECT_EQ(lexicon.size(), 12u);
   EXPECT_EQ(lexicon.unknownCost(), 2000);
   const auto word = lexicon.Find("中国");
   EXPECT_TRUE(word.found);
