@@ -122,6 +122,7 @@ TEST(Readings, DamagedPhraseFiles) {
   moved.Assign(good);
   missing = std::move(moved);
   EXPECT_EQ(missing.size(), 1u);
+  EXPECT_EQ(missing.skippedLines(), 0u);
   EXPECT_TRUE(moved.empty());
 }
 
