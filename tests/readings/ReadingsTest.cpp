@@ -84,6 +84,12 @@ TEST(Readings, EveryStandardSyllable) {
 }
 
 // A damaged file gives the lines that can be read.
+std::string Repeat(const std::string& s, int times, const std::string& gap) {
+  std::string out = s;
+  for (int i = 1; i < times; ++i) out += gap + s;
+  return out;
+}
+
 TEST(Readings, DamagedPhraseFiles) {
   const std::string good = "中国\tㄓㄨㄥ ㄍㄨㄛˊ\t500\n";
   const struct {
@@ -103,6 +109,8 @@ TEST(Readings, DamagedPhraseFiles) {
       {good + "a\tㄧㄣˊ\t9\n\n\t\t\n", 1},  // not Chinese, empty
       {"银\tㄧㄣˊ\t9\n" + good + good, 2},  // unsorted, twice
       {std::string(300, '\xE4') + "\tㄚ\t1\n" + good, 1},
+      {Repeat("𠀀", 64, "") + "\t" + Repeat("ㄚ", 64, " ") + "\t1\n" + good,
+       1},  // a word of 256 bytes, one more than a word may have
   };
   for (const auto& c : cases) {
     PhraseTable table;
