@@ -18,7 +18,9 @@ out=${1:-$here/../build/corpus}
 mkdir -p "$out"
 out=$(cd "$out" && pwd)
 
-if [ ! -d /usr/share/man/zh_CN ] || [ ! -d /usr/share/man/zh_TW ]; then
+# The package, not the folders: passwd and man-db put a few zh_CN pages there
+# too, which would make a corpus of a few KB.
+if ! dpkg-query -W -f='${Status}' manpages-zh 2>/dev/null | grep -q "ok installed"; then
   if [ "$(id -u)" -eq 0 ]; then
     apt-get install -y -o DPkg::Lock::Timeout=600 manpages-zh >/dev/null
   else
