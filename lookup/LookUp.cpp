@@ -134,6 +134,9 @@ void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
 // it depends on the reading string and the settings alone.
 struct Contribution {
   std::string_view first;  // the first reading of the reading string
+  // A syllable chosen in context found to be `first`: the same place of a
+  // phrase table gives the same syllable, so a second look is spared.
+  const char* sameAsFirst = nullptr;
   PerSystem<std::string> text;
   PerSystem<bool> hasPair;
   bool zhuyin1HasText = false;
@@ -332,8 +335,7 @@ class Walk {
     // Mostly the word reads the character as its reading string starts.
     if (!chosen.empty() &&
         (slot < 0 ||
-         !SameBytes(contributions_[static_cast<std::size_t>(slot)].first,
-                    chosen))) {
+         !StartsWith(contributions_[static_cast<std::size_t>(slot)], chosen))) {
       slot = Slot(code, character, chosen);
     }
     if (slot >= 0) {
@@ -350,6 +352,13 @@ class Walk {
     } else if (slot <= kFirstMark) {
       Punctuation(kMarks[static_cast<std::size_t>(kFirstMark - slot)]);
     }
+  }
+
+  static bool StartsWith(Contribution& c, std::string_view chosen) {
+    if (c.sameAsFirst == chosen.data()) return true;
+    if (!SameBytes(c.first, chosen)) return false;
+    c.sameAsFirst = chosen.data();
+    return true;
   }
 
   // The character's slot, worked out at its first occurrence: punctuation

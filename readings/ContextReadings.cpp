@@ -14,8 +14,7 @@ namespace {
 // boundary, by which word.
 struct Step {
   std::uint32_t from;
-  std::uint32_t entry;
-  const PhraseTable* table;  // null: one uncovered character
+  std::string_view syllables;  // of the word; none: one uncovered character
 };
 
 class Splitter {
@@ -28,34 +27,34 @@ class Splitter {
     const std::size_t n = codes_.size();
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     best_.assign(n + 1, kNone);
-    steps_.assign(n + 1, Step{0, 0, nullptr});
+    steps_.assign(n + 1, Step{0, {}});
     best_[0] = 0;
     for (std::size_t i = 0; i < n; ++i) {
       bool single = false;
       userWords_.clear();
       if (!user_.empty()) {
         user_.WordsAt(std::span(codes_).subspan(i), userWords_);
-        for (const auto& m : userWords_) single |= Relax(i, m, user_, n);
+        for (const auto& m : userWords_) single |= Relax(i, m, n);
       }
       table_.WordsAt(std::span(codes_).subspan(i), words_);
       for (const auto& m : words_) {
         bool mine = false;
         for (const auto& u : userWords_) mine |= u.chars == m.chars;
-        if (!mine) single |= Relax(i, m, table_, n);
+        if (!mine) single |= Relax(i, m, n);
       }
       if (!single && best_[i] + kUncoveredCost < best_[i + 1]) {
         best_[i + 1] = best_[i] + kUncoveredCost;
-        steps_[i + 1] = {static_cast<std::uint32_t>(i), 0, nullptr};
+        steps_[i + 1] = {static_cast<std::uint32_t>(i), {}};
       }
     }
     const std::size_t first = out.size();
     out.resize(first + n);
     for (std::size_t end = n; end > 0;) {
       const Step step = steps_[end];
-      if (step.table) {
+      if (!step.syllables.empty()) {
         // Syllables are a few bytes long: a loop finds the blank sooner
         // than a call to find().
-        const std::string_view syllables = step.table->Readings(step.entry);
+        const std::string_view syllables = step.syllables;
         std::size_t from = 0;
         for (std::size_t k = step.from; k < end; ++k) {
           std::size_t blank = from;
@@ -72,14 +71,13 @@ class Splitter {
 
  private:
   // A word from character i; true when it is one character long.
-  bool Relax(std::size_t i, const PhraseTable::Match& m,
-             const PhraseTable& source, std::size_t n) {
+  bool Relax(std::size_t i, const PhraseTable::Match& m, std::size_t n) {
     const std::size_t end = i + m.chars;
     if (end > n) return false;  // beyond a cut of a long run
     const std::uint32_t cost = best_[i] + m.cost;
     if (cost < best_[end]) {
       best_[end] = cost;
-      steps_[end] = {static_cast<std::uint32_t>(i), m.entry, &source};
+      steps_[end] = {static_cast<std::uint32_t>(i), m.readings};
     }
     return m.chars == 1;
   }

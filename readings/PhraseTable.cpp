@@ -89,6 +89,7 @@ PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
   content_ = map_ ? other.content_ : std::string_view(owned_);
   slots_ = std::move(other.slots_);
   direct_ = std::move(other.direct_);
+  pairs_ = std::move(other.pairs_);
   used_ = other.used_;
   size_ = other.size_;
   skipped_ = other.skipped_;
@@ -108,6 +109,8 @@ void PhraseTable::Clear() {
   slots_.shrink_to_fit();
   direct_.clear();
   direct_.shrink_to_fit();
+  pairs_.clear();
+  pairs_.shrink_to_fit();
   used_ = 0;
   size_ = 0;
   skipped_ = 0;
@@ -159,6 +162,7 @@ void PhraseTable::Index() {
   };
   fresh(slots_, std::max<std::size_t>(16, content_.size() / 20));
   fresh(direct_, kEndDirect - kFirstDirect);
+  pairs_.assign((std::size_t{1} << kPairBitsLog) / 64, 0);
   std::size_t offset = 0;
   while (offset < content_.size()) {
     const std::size_t end = content_.find('\n', offset);
@@ -184,12 +188,14 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
   const std::string_view readings = line.substr(tab1 + 1, tab2 - tab1 - 1);
   const std::string_view cost = line.substr(tab2 + 1);
   std::size_t chars = 0;
+  std::uint32_t firstTwo[2] = {};
   for (std::size_t pos = 0; pos < word.size();) {
     const Utf8Char c = DecodeChar(word, pos);
     if (!IsHanzi(c.code)) {
       ++skipped_;
       return;
     }
+    if (chars < 2) firstTwo[chars] = c.code;
     pos += c.length;
     ++chars;
   }
@@ -206,7 +212,12 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
   }
   const Slot slot{
       0, static_cast<std::uint32_t>(offset), static_cast<std::uint16_t>(value),
-      static_cast<std::uint8_t>(word.size()), static_cast<std::uint8_t>(chars)};
+      static_cast<std::uint8_t>(word.size()),
+      static_cast<std::uint8_t>(readings.size() <= 255 ? readings.size() : 0)};
+  if (chars >= 2) {
+    const std::size_t bit = PairBit(firstTwo[0], firstTwo[1]);
+    pairs_[bit / 64] |= std::uint64_t{1} << (bit % 64);
+  }
   std::uint64_t h = kFnvOffset;
   for (std::size_t pos = 0; pos < word.size();) {
     const Utf8Char c = DecodeChar(word, pos);
@@ -292,12 +303,17 @@ void PhraseTable::WordsAt(std::span<const std::uint32_t> codes,
     h = HashMore(h, code);
     bytes += Utf8Length(code);
     if (bytes > 255) return;  // longer than any word of the table
+    if (i == 1 && !MayStartWith(codes[0], code)) return;
     const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
                                                 : Find(Finish(h));
     if (!slot || slot->wordBytes == 0) return;  // no word goes on like this
     if (slot->wordBytes == bytes) {
-      out.push_back({slot->line + slot->wordBytes + 1, slot->wordBytes,
-                     slot->chars, slot->cost});
+      const std::uint32_t entry = slot->line + slot->wordBytes + 1;
+      out.push_back({entry, slot->wordBytes, static_cast<std::uint32_t>(i + 1),
+                     slot->cost,
+                     slot->readingBytes != 0
+                         ? content_.substr(entry, slot->readingBytes)
+                         : Readings(entry)});
     }
   }
 }
