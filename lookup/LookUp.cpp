@@ -133,7 +133,10 @@ void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
 // behind the syllable included. Worked out once per character and look-up:
 // it depends on the reading string and the settings alone.
 struct Contribution {
-  std::string_view first;  // the first reading of the reading string
+  // The first reading of the reading string, held here (a syllable is short
+  // enough to sit inside the string) so that comparing it with a chosen one
+  // reads no other memory.
+  std::string first;
   // A syllable chosen in context found to be `first`: the same place of a
   // phrase table gives the same syllable, so a second look is spared.
   const char* sameAsFirst = nullptr;
