@@ -70,6 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                            std::string(table.Readings(m.entry)), " ")) ==
                        m.chars);
       QUILL_FUZZ_CHECK(table.Cost(m.entry) == m.cost);
+      QUILL_FUZZ_CHECK(table.Readings(m.entry) == m.readings);
     }
     const Utf8Char c = DecodeChar(text, pos);
     above += c.code > 0xFF;
