@@ -12,7 +12,7 @@ targets=("$@")
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLMERE_FUZZ=ON \
-  -DQUILLMERE_GUI=OFF -DQUILLMERE_TESTS=OFF >/dev/null
+  -DQUILLMERE_GUI=OFF -DQUILLMERE_TESTS=OFF -DQUILLMERE_WERROR=ON >/dev/null
 cmake --build build-fuzz -j "$(nproc)" --target "${targets[@]/#/fuzz_}"
 
 mkdir -p build-fuzz/findings

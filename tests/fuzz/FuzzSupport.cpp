@@ -8,9 +8,14 @@
 namespace quill::fuzz {
 
 LookUpEngine& RealEngine() {
-  static LookUpEngine engine({QUILLMERE_SOURCE_DIR "/data/zhuyintable",
-                              QUILLMERE_SOURCE_DIR "/data/STTABLE",
-                              "/nonexistent/Tokenizer", "/nonexistent"});
+  static LookUpEngine engine([] {
+    DataFiles files;
+    files.zhuyintable = QUILLMERE_SOURCE_DIR "/data/zhuyintable";
+    files.sttable = QUILLMERE_SOURCE_DIR "/data/STTABLE";
+    files.tokenizer = "/nonexistent/Tokenizer";
+    files.temporaryFolder = "/nonexistent";
+    return files;
+  }());
   return engine;
 }
 
