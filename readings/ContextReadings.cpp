@@ -51,10 +51,10 @@ class Splitter {
     out.resize(first + n);
     for (std::size_t end = n; end > 0;) {
       const Step step = steps_[end];
-      if (!step.syllables.empty()) {
+      if (const std::string_view syllables = step.syllables;
+          !syllables.empty()) {
         // Syllables are a few bytes long: a loop finds the blank sooner
         // than a call to find().
-        const std::string_view syllables = step.syllables;
         std::size_t from = 0;
         for (std::size_t k = step.from; k < end; ++k) {
           std::size_t blank = from;
