@@ -76,10 +76,6 @@ bool SameBytes(std::string_view a, std::string_view b) {
   return true;
 }
 
-bool EndsWith(const std::string& s, char c) {
-  return !s.empty() && s.back() == c;
-}
-
 // True when `s` holds anything but white space: what Trim leaves.
 bool HasText(std::string_view s) {
   for (char c : s) {
@@ -129,19 +125,90 @@ void CloseUp(std::string& s, std::vector<std::size_t>& candidates) {
   s.resize(to + (s.size() - from));
 }
 
+// A result text while the walk writes it. Most pieces are a syllable of a
+// few bytes; appending them to a std::string checks its room and calls
+// memcpy each time. Here the string is kept longer than the text, a stretch
+// at a time, and a short piece is copied as one block of fixed size.
+class Accumulator {
+ public:
+  // Pieces of up to this many bytes whose source has as many readable bytes
+  // may be appended by AppendPadded.
+  static constexpr std::size_t kBlock = 32;
+
+  void Reserve(std::size_t size) { ReserveForWriting(s_, size); }
+  std::size_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  char front() const { return s_[0]; }
+  char back() const { return s_[size_ - 1]; }
+  bool EndsWith(std::string_view end) const {
+    return std::string_view(s_.data(), size_).ends_with(end);
+  }
+
+  void Append(std::string_view piece) {
+    if (s_.size() - size_ < piece.size()) Grow(piece.size());
+    std::memcpy(s_.data() + size_, piece.data(), piece.size());
+    size_ += piece.size();
+  }
+  // `piece` is at most kBlock bytes long and kBlock bytes can be read from
+  // its start.
+  void AppendPadded(std::string_view piece) {
+    if (s_.size() - size_ < kBlock) Grow(kBlock);
+    std::memcpy(s_.data() + size_, piece.data(), kBlock);
+    size_ += piece.size();
+  }
+
+  // White space off both ends, as TrimInPlace.
+  void Trim() {
+    while (size_ > 0 && IsTrimmable(s_[size_ - 1])) --size_;
+    std::size_t from = 0;
+    while (from < size_ && IsTrimmable(s_[from])) ++from;
+    if (from == 0) return;
+    std::memmove(s_.data(), s_.data() + from, size_ - from);
+    size_ -= from;
+  }
+
+  // The text, for good: the accumulator is not written again.
+  std::string& Finish() {
+    s_.resize(size_);
+    return s_;
+  }
+
+ private:
+  void Grow(std::size_t needed) {
+    // The stretch is mapped in one call before it is zero-filled: where huge
+    // pages are not granted, a fault on every small page costs more than
+    // the writing.
+    constexpr std::size_t kStretch = std::size_t{1} << 18;
+    const std::size_t size = size_ + std::max(needed, kStretch);
+    MapAhead(s_, size);
+    s_.resize(size);
+  }
+
+  std::string s_;  // the text, then room: zeros or text taken away
+  std::size_t size_ = 0;
+};
+
+// A piece of text held in a walk's store of texts.
+struct Piece {
+  std::uint32_t offset = 0;
+  std::uint32_t length = 0;
+  // The piece holds a pair that the clean-up closes up.
+  bool hasPair = false;
+  // It starts with ")" or " ", which can make such a pair with what is
+  // in front of it.
+  bool mayPair = false;
+};
+
 // What one character with a reading adds to each accumulator, the blank
 // behind the syllable included. Worked out once per character and look-up:
 // it depends on the reading string and the settings alone.
 struct Contribution {
-  // The first reading of the reading string, held here (a syllable is short
-  // enough to sit inside the string) so that comparing it with a chosen one
-  // reads no other memory.
-  std::string first;
-  // A syllable chosen in context found to be `first`: the same place of a
-  // phrase table gives the same syllable, so a second look is spared.
+  // A syllable chosen in context found to be the first reading of the
+  // reading string: the same place of a phrase table gives the same
+  // syllable, so a second look is spared.
   const char* sameAsFirst = nullptr;
-  PerSystem<std::string> text;
-  PerSystem<bool> hasPair;
+  PerSystem<Piece> text;
+  Piece first;  // the first reading of the reading string
   bool zhuyin1HasText = false;
 };
 
@@ -217,24 +284,13 @@ class Walk {
 
   void Run(std::string_view text) {
     Reserve(text.size());
-    // Every 256 KB of input, the next 2 MB of each accumulator are mapped:
-    // running text writes less than that meanwhile (more only costs the
-    // page faults that this spares).
-    constexpr std::size_t kMapAhead = std::size_t{2} << 20;
-    std::size_t mapAt = 0;
     for (std::size_t pos = 0; pos < text.size();) {
-      if (pos >= mapAt) {
-        for (System system : built_) {
-          MapAhead(r_[system], r_[system].size() + kMapAhead);
-        }
-        mapAt = pos + kMapAhead / 8;
-      }
       const auto byte = static_cast<unsigned char>(text[pos]);
       if (byte == '\n' || byte == '\r') {
         AppendAll(std::string_view(&kEndOfLine, 1));
         ++pos;
       } else if (byte == ' ') {
-        if (!EndsWith(r_[System::kHanyuPinyin], ' ')) AppendAll(" ");
+        if (!EndsWith(System::kHanyuPinyin, ' ')) AppendAll(" ");
         ++pos;
       } else if (byte < 0x80) {
         // A run of ASCII goes verbatim as one piece.
@@ -256,18 +312,20 @@ class Walk {
       }
     }
     for (System system : built_) {
+      std::string& s = results_[system];
+      s = std::move(r_[system].Finish());
       if (searchAll_[system]) {
-        CleanUp(r_[system]);
+        CleanUp(s);
       } else if (!pairs_[system].empty()) {
-        CloseUp(r_[system], pairs_[system]);
+        CloseUp(s, pairs_[system]);
       }
     }
     if (on_.Has(System::kZhuyin1)) {
-      zhuyin1HasText_ = HasText(r_[System::kZhuyin1]);
+      zhuyin1HasText_ = HasText(results_[System::kZhuyin1]);
     }
   }
 
-  Accumulators& results() { return r_; }
+  Accumulators& results() { return results_; }
   bool zhuyin1HasText() const { return zhuyin1HasText_; }
   const std::string& foundCharacters() const { return foundCharacters_; }
 
@@ -287,25 +345,32 @@ class Walk {
     // What running Chinese text grows to, a little over; spares the copies
     // of growing. Pages reserved and never written take no memory.
     for (System system : built_) {
-      ReserveForWriting(r_[system],
-                        inputSize * (system == System::kZhuyin1 ? 5 : 3));
+      r_[system].Reserve(inputSize * (system == System::kZhuyin1 ? 5 : 3));
     }
   }
 
+  bool EndsWith(System system, char c) const {
+    return !r_[system].empty() && r_[system].back() == c;
+  }
+
   void Append(System system, std::string_view piece, bool pieceHasPair) {
-    std::string& s = r_[system];
+    NotePairs(system, piece, pieceHasPair);
+    r_[system].Append(piece);
+  }
+
+  // Notes where appending `piece` makes a pair for the clean-up.
+  void NotePairs(System system, std::string_view piece, bool pieceHasPair) {
+    const Accumulator& s = r_[system];
     if (pieceHasPair) {
       searchAll_[system] = true;
     } else if (!s.empty() && !piece.empty()) {
       // The blank of a pair made across the seam.
       if (piece.front() == ')' && s.back() == ' ') {
         pairs_[system].push_back(s.size() - 1);
-      } else if (piece.front() == ' ' &&
-                 (s.back() == '(' || std::string_view(s).ends_with("“"))) {
+      } else if (piece.front() == ' ' && (s.back() == '(' || s.EndsWith("“"))) {
         pairs_[system].push_back(s.size());
       }
     }
-    s.append(piece);
   }
 
   void AppendAll(std::string_view piece) {
@@ -327,8 +392,7 @@ class Walk {
                  std::string_view chosen) {
     if (verbatimPending_ && !segmented_) {
       for (System system : latin_) {
-        const std::string& s = r_[system];
-        if (!EndsWith(s, ' ') && !EndsWith(s, kEndOfLine)) {
+        if (!EndsWith(system, ' ') && !EndsWith(system, kEndOfLine)) {
           Append(system, " ", false);
         }
       }
@@ -344,7 +408,15 @@ class Walk {
     if (slot >= 0) {
       const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
       for (System system : built_) {
-        Append(system, c.text[system], c.hasPair[system]);
+        const Piece& piece = c.text[system];
+        const std::string_view text = Text(piece);
+        if (piece.hasPair || piece.mayPair) {
+          Append(system, text, piece.hasPair);
+        } else if (piece.length <= Accumulator::kBlock) {
+          r_[system].AppendPadded(text);
+        } else {
+          r_[system].Append(text);
+        }
       }
       if (!on_.Has(System::kZhuyin1)) {
         zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
@@ -357,9 +429,15 @@ class Walk {
     }
   }
 
-  static bool StartsWith(Contribution& c, std::string_view chosen) {
+  // The text of a piece of the store, with Accumulator::kBlock bytes
+  // readable from its start.
+  std::string_view Text(const Piece& piece) const {
+    return std::string_view(texts_.data() + piece.offset, piece.length);
+  }
+
+  bool StartsWith(Contribution& c, std::string_view chosen) const {
     if (c.sameAsFirst == chosen.data()) return true;
-    if (!SameBytes(c.first, chosen)) return false;
+    if (!SameBytes(Text(c.first), chosen)) return false;
     c.sameAsFirst = chosen.data();
     return true;
   }
@@ -425,12 +503,12 @@ class Walk {
     return slot;
   }
 
-  Contribution Contribute(std::string_view entry) const {
+  Contribution Contribute(std::string_view entry) {
     const ToneSettings& tones = settings_.tones;
     Contribution c;
-    c.first = entry.substr(0, entry.find("  "));
+    c.first = Store(entry.substr(0, entry.find("  ")));
     for (const SystemRow& row : kSystemTable) {
-      std::string& text = c.text[row.system];
+      std::string text;
       if (row.system == System::kZhuyin1) {
         // Needed also when Zhuyin 1 is off: whether it has text decides
         // whether anything is shown.
@@ -440,9 +518,21 @@ class Walk {
         if (on_.Has(row.system)) text = Convert(row, entry, tones);
         if (blankAfterSyllable_) text += ' ';
       }
-      c.hasPair[row.system] = HasPair(text);
+      c.text[row.system] = Store(text);
     }
     return c;
+  }
+
+  // Puts `text` into the store, which keeps Accumulator::kBlock bytes of
+  // room behind its last text.
+  Piece Store(std::string_view text) {
+    texts_.resize(texts_.size() - std::min(texts_.size(), Accumulator::kBlock));
+    Piece piece{static_cast<std::uint32_t>(texts_.size()),
+                static_cast<std::uint32_t>(text.size()), HasPair(text),
+                !text.empty() && (text.front() == ')' || text.front() == ' ')};
+    texts_.append(text);
+    texts_.resize(texts_.size() + Accumulator::kBlock);
+    return piece;
   }
 
   void Punctuation(const Mark& mark) {
@@ -450,15 +540,15 @@ class Walk {
     if (!on_.Has(System::kZhuyin1)) zhuyin1HasText_ = true;
     for (System system : built_) {
       const std::string_view text = MarkText(mark, system);
-      std::string& s = r_[system];
+      Accumulator& s = r_[system];
       if (!s.empty() && IsTrimmable(s.front())) searchAll_[system] = true;
-      TrimInPlace(s);
+      s.Trim();
       Append(system, text, HasPair(text));
     }
     if (segmented_) return;
     if (mark.blank == BlankAfter::kAlways ||
         (mark.blank == BlankAfter::kUnlessPinyinEndsInBlank &&
-         !EndsWith(r_[System::kHanyuPinyin], ' '))) {
+         !EndsWith(System::kHanyuPinyin, ' '))) {
       AppendAll(" ");
     }
   }
@@ -487,7 +577,8 @@ class Walk {
   const SystemSet on_;
   const bool segmented_;
   const bool blankAfterSyllable_;
-  Accumulators r_;
+  PerSystem<Accumulator> r_;
+  Accumulators results_;  // the texts of r_ when the walk is done
   PerSystem<std::vector<std::size_t>> pairs_;  // blanks of pairs
   PerSystem<bool> searchAll_;
   std::vector<System> built_;  // the accumulators built
@@ -500,6 +591,7 @@ class Walk {
   std::unordered_map<std::uint32_t, int> slotOfOther_;
   std::unordered_map<std::string_view, int> slotOfEntry_;
   std::vector<Contribution> contributions_;
+  std::string texts_;  // the texts of the contributions
   std::unordered_map<ChosenKey, int, ChosenKeyHash> slotOfChosen_;
   std::deque<std::string> ownedEntries_;  // reading strings made here
 };
