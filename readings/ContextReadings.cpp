@@ -14,7 +14,8 @@ namespace {
 // boundary, by which word.
 struct Step {
   std::uint32_t from;
-  std::string_view syllables;  // of the word; none: one uncovered character
+  std::uint32_t size;     // of the syllables
+  const char* syllables;  // of the word; none: one uncovered character
 };
 
 class Splitter {
@@ -27,32 +28,38 @@ class Splitter {
     const std::size_t n = codes_.size();
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     best_.assign(n + 1, kNone);
-    steps_.assign(n + 1, Step{0, {}});
+    steps_.assign(n + 1, Step{0, 0, nullptr});
     best_[0] = 0;
     for (std::size_t i = 0; i < n; ++i) {
+      const auto from = std::span(codes_).subspan(i);
       bool single = false;
-      userWords_.clear();
-      if (!user_.empty()) {
-        user_.WordsAt(std::span(codes_).subspan(i), userWords_);
+      if (user_.empty()) {
+        table_.ForEachWordAt(from, [&](const PhraseTable::Match& m) {
+          single |= Relax(i, m, n);
+        });
+      } else {
+        user_.WordsAt(from, userWords_);
         for (const auto& m : userWords_) single |= Relax(i, m, n);
-      }
-      table_.WordsAt(std::span(codes_).subspan(i), words_);
-      for (const auto& m : words_) {
-        bool mine = false;
-        for (const auto& u : userWords_) mine |= u.chars == m.chars;
-        if (!mine) single |= Relax(i, m, n);
+        table_.WordsAt(from, words_);
+        for (const auto& m : words_) {
+          bool mine = false;
+          for (const auto& u : userWords_) mine |= u.chars == m.chars;
+          if (!mine) single |= Relax(i, m, n);
+        }
       }
       if (!single && best_[i] + kUncoveredCost < best_[i + 1]) {
         best_[i + 1] = best_[i] + kUncoveredCost;
-        steps_[i + 1] = {static_cast<std::uint32_t>(i), {}};
+        steps_[i + 1] = {static_cast<std::uint32_t>(i), 0, nullptr};
       }
     }
     const std::size_t first = out.size();
     out.resize(first + n);
     for (std::size_t end = n; end > 0;) {
       const Step step = steps_[end];
-      if (const std::string_view syllables = step.syllables;
-          !syllables.empty()) {
+      const std::string_view syllables(step.syllables, step.size);
+      if (step.from + 1 == end) {
+        out[first + step.from] = syllables;  // one character: one syllable
+      } else {
         // Syllables are a few bytes long: a loop finds the blank sooner
         // than a call to find().
         std::size_t from = 0;
@@ -77,7 +84,9 @@ class Splitter {
     const std::uint32_t cost = best_[i] + m.cost;
     if (cost < best_[end]) {
       best_[end] = cost;
-      steps_[end] = {static_cast<std::uint32_t>(i), m.readings};
+      steps_[end] = {static_cast<std::uint32_t>(i),
+                     static_cast<std::uint32_t>(m.readings.size()),
+                     m.readings.data()};
     }
     return m.chars == 1;
   }

@@ -15,29 +15,6 @@ namespace quill {
 
 namespace {
 
-constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;
-constexpr std::uint64_t kFnvPrime = 1099511628211ull;
-
-// FNV-1a over code points, which can be carried on one character at a time
-// while a word grows, and a final mix so that the high bits place the slot
-// well.
-inline std::uint64_t HashMore(std::uint64_t h, std::uint32_t code) {
-  return (h ^ code) * kFnvPrime;
-}
-
-inline std::size_t Utf8Length(std::uint32_t code) {
-  return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-}
-
-inline std::uint64_t Finish(std::uint64_t h) {
-  h ^= h >> 33;
-  h *= 0xff51afd7ed558ccdull;
-  h ^= h >> 33;
-  h *= 0xc4ceb9fe1a85ec53ull;
-  h ^= h >> 33;
-  return h;
-}
-
 inline std::size_t Home(std::uint64_t hash, std::size_t capacity) {
   return static_cast<std::size_t>(((hash >> 32) * capacity) >> 32);
 }
@@ -295,27 +272,7 @@ void PhraseTable::WordsAt(std::string_view text, std::size_t pos,
 void PhraseTable::WordsAt(std::span<const std::uint32_t> codes,
                           std::vector<Match>& out) const {
   out.clear();
-  if (size_ == 0) return;
-  std::uint64_t h = kFnvOffset;
-  std::size_t bytes = 0;
-  for (std::size_t i = 0; i < codes.size(); ++i) {
-    const std::uint32_t code = codes[i];
-    h = HashMore(h, code);
-    bytes += Utf8Length(code);
-    if (bytes > 255) return;  // longer than any word of the table
-    if (i == 1 && !MayStartWith(codes[0], code)) return;
-    const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
-                                                : Find(Finish(h));
-    if (!slot || slot->wordBytes == 0) return;  // no word goes on like this
-    if (slot->wordBytes == bytes) {
-      const std::uint32_t entry = slot->line + slot->wordBytes + 1;
-      out.push_back({entry, slot->wordBytes, static_cast<std::uint32_t>(i + 1),
-                     slot->cost,
-                     slot->readingBytes != 0
-                         ? content_.substr(entry, slot->readingBytes)
-                         : Readings(entry)});
-    }
-  }
+  ForEachWordAt(codes, [&out](const Match& m) { out.push_back(m); });
 }
 
 // An entry is the offset of the word's readings, behind WORD<TAB>.

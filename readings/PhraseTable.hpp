@@ -73,6 +73,9 @@ class PhraseTable {
   // The same for the words that the characters `codes` start with.
   void WordsAt(std::span<const std::uint32_t> codes,
                std::vector<Match>& out) const;
+  // Calls `visit(match)` for each of those words in turn, shortest first.
+  template <class Visit>
+  void ForEachWordAt(std::span<const std::uint32_t> codes, Visit&& visit) const;
 
   std::string_view Word(std::uint32_t entry) const;
   // The syllables of the word, one per character, separated by one blank.
@@ -111,6 +114,25 @@ class PhraseTable {
     return (pairs_[bit / 64] >> (bit % 64)) & 1;
   }
 
+  // FNV-1a over code points, which can be carried on one character at a
+  // time while a word grows, and a final mix so that the high bits place the
+  // slot well.
+  static constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;
+  static std::uint64_t HashMore(std::uint64_t h, std::uint32_t code) {
+    return (h ^ code) * 1099511628211ull;
+  }
+  static std::uint64_t Finish(std::uint64_t h) {
+    h ^= h >> 33;
+    h *= 0xff51afd7ed558ccdull;
+    h ^= h >> 33;
+    h *= 0xc4ceb9fe1a85ec53ull;
+    h ^= h >> 33;
+    return h;
+  }
+  static std::size_t Utf8Length(std::uint32_t code) {
+    return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
+  }
+
   void Index();
   void AddLine(std::size_t offset, std::size_t end);
   const Slot* Find(std::uint64_t hash) const;
@@ -133,5 +155,30 @@ class PhraseTable {
   std::size_t size_ = 0;
   std::size_t skipped_ = 0;
 };
+
+template <class Visit>
+void PhraseTable::ForEachWordAt(std::span<const std::uint32_t> codes,
+                                Visit&& visit) const {
+  if (size_ == 0) return;
+  std::uint64_t h = kFnvOffset;
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const std::uint32_t code = codes[i];
+    h = HashMore(h, code);
+    bytes += Utf8Length(code);
+    if (bytes > 255) return;  // longer than any word of the table
+    if (i == 1 && !MayStartWith(codes[0], code)) return;
+    const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
+                                                : Find(Finish(h));
+    if (!slot || slot->wordBytes == 0) return;  // no word goes on like this
+    if (slot->wordBytes == bytes) {
+      const std::uint32_t entry = slot->line + slot->wordBytes + 1;
+      visit(Match{
+          entry, slot->wordBytes, static_cast<std::uint32_t>(i + 1), slot->cost,
+          slot->readingBytes != 0 ? content_.substr(entry, slot->readingBytes)
+                                  : Readings(entry)});
+    }
+  }
+}
 
 }  // namespace quill
