@@ -1,5 +1,6 @@
 // quillmere-cli: the look-up of the window, from a terminal or a script.
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -7,7 +8,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
@@ -84,16 +84,10 @@ int Usage(const std::string& message) {
   return 2;
 }
 
-// `size`, when known, is that of the file: room for it all at once spares
-// the copies and page faults of a text that keeps moving as it grows.
-std::optional<std::string> ReadAll(std::istream& in, std::size_t size = 0) {
+std::optional<std::string> ReadAll(std::istream& in) {
   // istream::read records a failed read (of a folder, say) in the stream's
   // state, where a streambuf iterator would throw.
   std::string text;
-  if (size > 0) {
-    quill::ReserveForWriting(text, size);
-    quill::MapAhead(text, size);
-  }
   char buffer[1 << 16];
   while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
     text.append(buffer, static_cast<std::size_t>(in.gcount()));
@@ -181,6 +175,37 @@ void ReportPhraseProblems(quill::UserPhrases& phrases) {
   }
   phrases.MarkProblemsReported();
 }
+
+// A plain file mapped read-only, its pages mapped at once: a big input is
+// neither copied nor zero-filled first. Mapped until the program ends.
+class MappedFile {
+ public:
+  // False for anything but a non-empty plain file that can be mapped.
+  bool Open(const std::string& path) {
+    // Anything else is not opened here at all: opening a FIFO and closing it
+    // again would cost its writer the text.
+    struct stat st {};
+    if (::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode)) return false;
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0) return false;
+    if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size > 0) {
+      void* map = ::mmap(nullptr, static_cast<std::size_t>(st.st_size),
+                         PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+      if (map != MAP_FAILED) {
+        data_ = static_cast<const char*>(map);
+        size_ = static_cast<std::size_t>(st.st_size);
+      }
+    }
+    ::close(fd);
+    return data_ != nullptr;
+  }
+  bool mapped() const { return data_ != nullptr; }
+  std::string_view view() const { return {data_, size_}; }
+
+ private:
+  const char* data_ = nullptr;
+  std::size_t size_ = 0;
+};
 
 int Emit(const std::string& text, const std::optional<std::string>& path) {
   if (path) return WriteFile(*path, text);
@@ -280,25 +305,20 @@ int main(int argc, char** argv) {
   }
 
   std::string text;
+  MappedFile mapped;
   if (inputFile) {
-    // The size of a plain file, as a hint of at most 1 GiB; asked before the
-    // file is opened, so that errno tells of the opening.
-    std::error_code ec;
-    std::uintmax_t size = 0;
-    if (std::filesystem::is_regular_file(*inputFile, ec)) {
-      size = std::min<std::uintmax_t>(
-          std::filesystem::file_size(*inputFile, ec), std::uintmax_t{1} << 30);
+    // A plain file is mapped; anything else (a pipe, say) is read.
+    if (!mapped.Open(*inputFile)) {
+      std::ifstream in(*inputFile, std::ios::binary);
+      std::optional<std::string> read;
+      if (in) read = ReadAll(in);
+      if (!read) {
+        std::cerr << "quillmere-cli: cannot read '" << *inputFile
+                  << "': " << std::strerror(errno) << "\n";
+        return 2;
+      }
+      text = std::move(*read);
     }
-    if (ec) size = 0;
-    std::ifstream in(*inputFile, std::ios::binary);
-    std::optional<std::string> read;
-    if (in) read = ReadAll(in, static_cast<std::size_t>(size));
-    if (!read) {
-      std::cerr << "quillmere-cli: cannot read '" << *inputFile
-                << "': " << std::strerror(errno) << "\n";
-      return 2;
-    }
-    text = std::move(*read);
   } else if (!words.empty()) {
     for (std::size_t i = 0; i < words.size(); ++i) {
       if (i > 0) text += ' ';
@@ -313,9 +333,11 @@ int main(int argc, char** argv) {
     text = std::move(*read);
   }
 
+  const std::string_view input =
+      mapped.mapped() ? mapped.view() : std::string_view(text);
   quill::LookUpEngine engine(files);
   if (exportFormat == "html") {
-    const std::string exportText = quill::Trim(text);
+    const std::string exportText = quill::Trim(input);
     const auto page = quill::BuildPhoneticPage(exportText, settings, engine);
     ReportPhraseProblems(engine.userPhrases());
     if (page.status == quill::ExportPage::Status::kTableMissing) {
@@ -326,7 +348,7 @@ int main(int argc, char** argv) {
     return Emit(page.text, outputFile);
   }
 
-  auto result = engine.LookUp(text, settings);
+  auto result = engine.LookUp(input, settings);
   ReportPhraseProblems(engine.userPhrases());
   if (result.outcome == quill::LookUpEngine::Outcome::kTableMissing) {
     std::cerr << quill::kTableMissingMessage << "\n";
@@ -336,9 +358,9 @@ int main(int argc, char** argv) {
     // Like the window, which exports nothing before a look-up of some text.
     // The text typed counts, not what segmentation made of it: where
     // Tokenizer printed nothing, the input is written with an empty result.
-    if (quill::Trim(text).empty()) return 0;
+    if (quill::Trim(input).empty()) return 0;
     ShowLineEnds(result.text, raw);
-    return Emit(quill::BuildPlainText(text, result.text), outputFile);
+    return Emit(quill::BuildPlainText(input, result.text), outputFile);
   }
   ShowLineEnds(result.text, raw);
   return Emit(result.text, outputFile);
