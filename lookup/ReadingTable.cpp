@@ -49,13 +49,15 @@ void ReadingTable::BuildIndex() {
   MapForWriting(firstOfBmp_.data(), 0x10000 * sizeof(std::uint32_t));
   firstOfBmp_.assign(0x10000, 0);
   const std::string_view text = DictContent_;
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  for (std::size_t i = 0; i < text.size();) {
     const auto b = static_cast<unsigned char>(text[i]);
     const auto position = static_cast<std::uint32_t>(i + 1);
-    if (b < 0xC2) continue;
-    // Every offset is tried, not only character boundaries, so that the
-    // index agrees with a byte search on any content.
-    const Utf8Char c = DecodeChar(text, i);
+    // Every offset that can start a character is tried, not only character
+    // boundaries, so that the index agrees with a byte search on any
+    // content. The bytes inside a character are continuation bytes, which
+    // start none: they are stepped over.
+    const Utf8Char c = b < 0xC2 ? Utf8Char{b, 1} : DecodeChar(text, i);
+    i += c.length;
     if (c.length == 1) continue;
     if (c.code < 0x10000) {
       if (firstOfBmp_[c.code] == 0) firstOfBmp_[c.code] = position;
