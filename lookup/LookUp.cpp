@@ -87,6 +87,9 @@ bool HasText(std::string_view s) {
 // True when `s` holds one of the pairs that the clean-up closes up: "( ",
 // " )" or "“ ".
 bool HasPair(std::string_view s) {
+  // Each pair holds a blank, and most pieces, such as a run of ASCII between
+  // blanks or a blank alone, hold none or nothing else.
+  if (s.size() < 2 || s.find(' ') == std::string_view::npos) return false;
   return s.find("( ") != std::string_view::npos ||
          s.find(" )") != std::string_view::npos ||
          s.find("“ ") != std::string_view::npos;
