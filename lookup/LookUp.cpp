@@ -268,6 +268,7 @@ class Walk {
         on_(settings.PinyinSystemsPrefValue),
         segmented_(settings.segmentation),
         blankAfterSyllable_(!segmented_ || settings.mode == Mode::kDictionary),
+        dictionary_(settings.mode == Mode::kDictionary),
         slotOfBmp_(slotOfBmp) {
     if (slotOfBmp_.empty()) slotOfBmp_.assign(0x10000, kUnknown);
     for (System system : kAllSystems) {
@@ -393,6 +394,25 @@ class Walk {
 
   void Character(std::uint32_t code, std::string_view character,
                  std::string_view chosen) {
+    // Mostly the character was met before, nothing waits to go in front of
+    // it, and its word reads it as its reading string starts: that case is
+    // kept small enough to sit in the loop.
+    if (!verbatimPending_ && code < 0x10000) {
+      const int slot = slotOfBmp_[code];
+      if (slot >= 0 &&
+          (chosen.empty() ||
+           contributions_[static_cast<std::size_t>(slot)].sameAsFirst ==
+               chosen.data())) {
+        Write(static_cast<std::size_t>(slot), character);
+        return;
+      }
+    }
+    AnyCharacter(code, character, chosen);
+  }
+
+  [[gnu::noinline]] void AnyCharacter(std::uint32_t code,
+                                      std::string_view character,
+                                      std::string_view chosen) {
     if (verbatimPending_ && !segmented_) {
       for (System system : latin_) {
         if (!EndsWith(system, ' ') && !EndsWith(system, kEndOfLine)) {
@@ -409,27 +429,29 @@ class Walk {
       slot = Slot(code, character, chosen);
     }
     if (slot >= 0) {
-      const Contribution& c = contributions_[static_cast<std::size_t>(slot)];
-      for (System system : built_) {
-        const Piece& piece = c.text[system];
-        const std::string_view text = Text(piece);
-        if (piece.hasPair || piece.mayPair) {
-          Append(system, text, piece.hasPair);
-        } else if (piece.length <= Accumulator::kBlock) {
-          r_[system].AppendPadded(text);
-        } else {
-          r_[system].Append(text);
-        }
-      }
-      if (!on_.Has(System::kZhuyin1)) {
-        zhuyin1HasText_ = zhuyin1HasText_ || c.zhuyin1HasText;
-      }
-      if (settings_.mode == Mode::kDictionary) {
-        foundCharacters_.append(character);
-      }
+      Write(static_cast<std::size_t>(slot), character);
     } else if (slot <= kFirstMark) {
       Punctuation(kMarks[static_cast<std::size_t>(kFirstMark - slot)]);
     }
+  }
+
+  // Appends the contribution of `slot` for `character`.
+  [[gnu::always_inline]] void Write(std::size_t slot,
+                                    std::string_view character) {
+    const Contribution& c = contributions_[slot];
+    for (System system : built_) {
+      const Piece& piece = c.text[system];
+      const std::string_view text = Text(piece);
+      if (piece.hasPair || piece.mayPair) {
+        Append(system, text, piece.hasPair);
+      } else if (piece.length <= Accumulator::kBlock) {
+        r_[system].AppendPadded(text);
+      } else {
+        r_[system].Append(text);
+      }
+    }
+    if (!zhuyin1HasText_) zhuyin1HasText_ = c.zhuyin1HasText;
+    if (dictionary_) foundCharacters_.append(character);
   }
 
   // The text of a piece of the store, with Accumulator::kBlock bytes
@@ -580,6 +602,7 @@ class Walk {
   const SystemSet on_;
   const bool segmented_;
   const bool blankAfterSyllable_;
+  const bool dictionary_;
   PerSystem<Accumulator> r_;
   Accumulators results_;  // the texts of r_ when the walk is done
   PerSystem<std::vector<std::size_t>> pairs_;  // blanks of pairs
