@@ -18,6 +18,15 @@ struct Step {
   const char* syllables;  // of the word; none: one uncovered character
 };
 
+// Where the syllable that starts at `from` ends. The tables hold only
+// well-formed syllables, Zhuyin letters of three bytes, each starting with
+// E3, then perhaps a tone mark of two, starting with CB: stepped over whole.
+std::size_t SyllableEnd(std::string_view syllables, std::size_t from) {
+  while (from < syllables.size() && syllables[from] == '\xE3') from += 3;
+  if (from < syllables.size() && syllables[from] == '\xCB') from += 2;
+  return std::min(from, syllables.size());
+}
+
 class Splitter {
  public:
   Splitter(const PhraseTable& table, const PhraseTable& user)
@@ -60,12 +69,9 @@ class Splitter {
       if (step.from + 1 == end) {
         out[first + step.from] = syllables;  // one character: one syllable
       } else {
-        // Syllables are a few bytes long: a loop finds the blank sooner
-        // than a call to find().
         std::size_t from = 0;
         for (std::size_t k = step.from; k < end; ++k) {
-          std::size_t blank = from;
-          while (blank < syllables.size() && syllables[blank] != ' ') ++blank;
+          const std::size_t blank = SyllableEnd(syllables, from);
           out[first + k] = syllables.substr(from, blank - from);
           from = std::min(blank + 1, syllables.size());
         }
