@@ -36,8 +36,13 @@ class Splitter {
   void Run(std::vector<std::string_view>& out) {
     const std::size_t n = codes_.size();
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
-    best_.assign(n + 1, kNone);
-    steps_.assign(n + 1, Step{0, 0, nullptr});
+    // Every boundary gets its step before the trace-back reads it: only the
+    // costs start out unknown.
+    if (best_.size() < n + 1) {
+      best_.resize(n + 1);
+      steps_.resize(n + 1);
+    }
+    std::fill_n(best_.begin() + 1, n, kNone);
     best_[0] = 0;
     for (std::size_t i = 0; i < n; ++i) {
       const auto from = std::span(codes_).subspan(i);

@@ -129,9 +129,6 @@ class PhraseTable {
     h ^= h >> 33;
     return h;
   }
-  static std::size_t Utf8Length(std::uint32_t code) {
-    return code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-  }
 
   void Index();
   void AddLine(std::size_t offset, std::size_t end);
@@ -165,7 +162,9 @@ void PhraseTable::ForEachWordAt(std::span<const std::uint32_t> codes,
   for (std::size_t i = 0; i < codes.size(); ++i) {
     const std::uint32_t code = codes[i];
     h = HashMore(h, code);
-    bytes += Utf8Length(code);
+    // Only Chinese characters make words, three or four bytes each: a
+    // shorter character is counted long, and no word goes on with it anyway.
+    bytes += code < 0x10000 ? 3 : 4;
     if (bytes > 255) return;  // longer than any word of the table
     if (i == 1 && !MayStartWith(codes[0], code)) return;
     const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
@@ -175,8 +174,9 @@ void PhraseTable::ForEachWordAt(std::span<const std::uint32_t> codes,
       const std::uint32_t entry = slot->line + slot->wordBytes + 1;
       visit(Match{
           entry, slot->wordBytes, static_cast<std::uint32_t>(i + 1), slot->cost,
-          slot->readingBytes != 0 ? content_.substr(entry, slot->readingBytes)
-                                  : Readings(entry)});
+          slot->readingBytes != 0
+              ? std::string_view(content_.data() + entry, slot->readingBytes)
+              : Readings(entry)});
     }
   }
 }
