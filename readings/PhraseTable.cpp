@@ -139,7 +139,7 @@ void PhraseTable::Index() {
   };
   fresh(slots_, std::max<std::size_t>(16, content_.size() / 20));
   fresh(direct_, kEndDirect - kFirstDirect);
-  pairs_.assign((std::size_t{1} << kPairBitsLog) / 64, 0);
+  pairs_.assign(2 * kPairBits / 64, 0);
   std::size_t offset = 0;
   while (offset < content_.size()) {
     const std::size_t end = content_.find('\n', offset);
@@ -193,7 +193,8 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
       static_cast<std::uint8_t>(readings.size() <= 255 ? readings.size() : 0)};
   if (chars >= 2) {
     const std::size_t bit = PairBit(firstTwo[0], firstTwo[1]);
-    pairs_[bit / 64] |= std::uint64_t{1} << (bit % 64);
+    SetPairBit(bit);
+    if (chars >= 3) SetPairBit(kPairBits + bit);
   }
   std::uint64_t h = kFnvOffset;
   for (std::size_t pos = 0; pos < word.size();) {

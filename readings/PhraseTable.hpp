@@ -9,7 +9,9 @@
 // per character: an array for a first character, a hash table for longer
 // prefixes. A bit per pair of first two characters, in a set small enough
 // to stay in the cache, spares the probe for the second character where no
-// word starts with the pair, which is most places of a text. The hash table
+// word starts with the pair, which is most places of a text; a second such
+// set, for the words of three characters or more, spares the probe for the
+// third where a word of two has been found. The hash table
 // knows a prefix by a 64-bit hash of its code points alone: that two of the few
 // million prefixes a text and a table ask for share one is far less likely than
 // a fault of the memory, and leaving the file out of the probes halves the time
@@ -102,16 +104,21 @@ class PhraseTable {
     return code >= kFirstDirect && code < kEndDirect;
   }
 
-  // The bit of the pair set for words that start with `first`, `second`.
+  // The bit of the pair sets for words that start with `first`, `second`:
+  // in the first set for words of two characters or more, kPairBits further
+  // on for those of three or more.
   static constexpr int kPairBitsLog = 18;
+  static constexpr std::size_t kPairBits = std::size_t{1} << kPairBitsLog;
   static std::size_t PairBit(std::uint32_t first, std::uint32_t second) {
     const std::uint64_t key = std::uint64_t{first} << 21 | second;
     return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >>
                                     (64 - kPairBitsLog));
   }
-  bool MayStartWith(std::uint32_t first, std::uint32_t second) const {
-    const std::size_t bit = PairBit(first, second);
+  bool HasPairBit(std::size_t bit) const {
     return (pairs_[bit / 64] >> (bit % 64)) & 1;
+  }
+  void SetPairBit(std::size_t bit) {
+    pairs_[bit / 64] |= std::uint64_t{1} << (bit % 64);
   }
 
   // FNV-1a over code points, which can be carried on one character at a
@@ -147,7 +154,7 @@ class PhraseTable {
   std::size_t mapSize_ = 0;
   std::vector<Slot> slots_;
   std::vector<Slot> direct_;          // by code point from kFirstDirect
-  std::vector<std::uint64_t> pairs_;  // bits by PairBit of the first two
+  std::vector<std::uint64_t> pairs_;  // the two sets of pair bits
   std::size_t used_ = 0;
   std::size_t size_ = 0;
   std::size_t skipped_ = 0;
@@ -159,6 +166,7 @@ void PhraseTable::ForEachWordAt(std::span<const std::uint32_t> codes,
   if (size_ == 0) return;
   std::uint64_t h = kFnvOffset;
   std::size_t bytes = 0;
+  std::size_t pair = 0;
   for (std::size_t i = 0; i < codes.size(); ++i) {
     const std::uint32_t code = codes[i];
     h = HashMore(h, code);
@@ -166,7 +174,12 @@ void PhraseTable::ForEachWordAt(std::span<const std::uint32_t> codes,
     // shorter character is counted long, and no word goes on with it anyway.
     bytes += code < 0x10000 ? 3 : 4;
     if (bytes > 255) return;  // longer than any word of the table
-    if (i == 1 && !MayStartWith(codes[0], code)) return;
+    if (i == 1) {
+      pair = PairBit(codes[0], code);
+      if (!HasPairBit(pair)) return;
+    } else if (i == 2 && !HasPairBit(kPairBits + pair)) {
+      return;
+    }
     const Slot* slot = i == 0 && IsDirect(code) ? &direct_[code - kFirstDirect]
                                                 : Find(Finish(h));
     if (!slot || slot->wordBytes == 0) return;  // no word goes on like this
