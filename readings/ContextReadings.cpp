@@ -77,7 +77,10 @@ class Splitter {
         std::size_t from = 0;
         for (std::size_t k = step.from; k < end; ++k) {
           const std::size_t blank = SyllableEnd(syllables, from);
-          out[first + k] = syllables.substr(from, blank - from);
+          // Given as the character's own word reads it where the two agree:
+          // then the same syllable of a character comes at the same place.
+          out[first + k] = table_.AsOwnReading(
+              codes_[k], syllables.substr(from, blank - from));
           from = std::min(blank + 1, syllables.size());
         }
       }

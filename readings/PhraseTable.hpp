@@ -79,6 +79,21 @@ class PhraseTable {
   template <class Visit>
   void ForEachWordAt(std::span<const std::uint32_t> codes, Visit&& visit) const;
 
+  // `syllable` as the one-character word `code` of the table reads, when
+  // it reads so: the same bytes, at the one place of the table that a
+  // reader of syllables can know them by. Otherwise `syllable` itself.
+  std::string_view AsOwnReading(std::uint32_t code,
+                                std::string_view syllable) const {
+    if (!IsDirect(code) || direct_.empty()) return syllable;
+    const Slot& slot = direct_[code - kFirstDirect];
+    if (slot.wordBytes != 3 || slot.readingBytes != syllable.size()) {
+      return syllable;
+    }
+    const std::string_view own(content_.data() + slot.line + 4,
+                               slot.readingBytes);
+    return own == syllable ? own : syllable;
+  }
+
   std::string_view Word(std::uint32_t entry) const;
   // The syllables of the word, one per character, separated by one blank.
   std::string_view Readings(std::uint32_t entry) const;
