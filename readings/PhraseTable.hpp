@@ -79,17 +79,19 @@ class PhraseTable {
   template <class Visit>
   void ForEachWordAt(std::span<const std::uint32_t> codes, Visit&& visit) const;
 
-  // `syllable` as the one-character word `code` of the table reads, when
-  // it reads so: the same bytes, at the one place of the table that a
-  // reader of syllables can know them by. Otherwise `syllable` itself.
+  // A syllable of the character `code`, given as the table's own word of
+  // that one character reads it when the two read alike: a caller that knows
+  // syllables by their place then meets one place for each reading of a
+  // character. Otherwise `syllable` itself.
   std::string_view AsOwnReading(std::uint32_t code,
                                 std::string_view syllable) const {
     if (!IsDirect(code) || direct_.empty()) return syllable;
     const Slot& slot = direct_[code - kFirstDirect];
+    // A character of the array takes three bytes.
     if (slot.wordBytes != 3 || slot.readingBytes != syllable.size()) {
       return syllable;
     }
-    const std::string_view own(content_.data() + slot.line + 4,
+    const std::string_view own(content_.data() + slot.line + slot.wordBytes + 1,
                                slot.readingBytes);
     return own == syllable ? own : syllable;
   }
