@@ -7,12 +7,17 @@
 // preferences folder. And the readings in context of
 // tests/data/context/readings.txt, with the shipped data files.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <string>
+#include <thread>
 
 #include "tests/lookup/TableFixture.hpp"
 #include "tests/text/CaseTable.hpp"
@@ -97,6 +102,31 @@ TEST_F(CliRuns, ALargeInputWorks) {
   EXPECT_EQ(status, 0);
   // The last line end goes with the trim.
   EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 199999);
+}
+
+// A named pipe given with -i is read as it comes. Opened and closed once
+// to be looked at, it would lose what its writer sent and then wait for a
+// writer for ever; here a second writer comes after 10 s, so that such a
+// fault ends with an empty result rather than a test that never ends.
+TEST_F(CliRuns, ANamedPipeIsReadWhole) {
+  const std::string fifo = Path("fifo");
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  std::atomic<bool> done = false;
+  std::thread writer([&] {
+    std::ofstream(fifo, std::ios::binary) << "中文\n";
+    for (int i = 0; i < 200 && !done; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    if (!done) std::ofstream(fifo, std::ios::binary).close();
+  });
+  const auto result =
+      Run("--raw --systems 01000 --table $D/zhuyintable -i $D/fifo", "");
+  done = true;
+  writer.join();
+  EXPECT_EQ(result,
+            std::make_pair(0, std::string("\r\rZhuyin 1 (Bopomofo)\r"
+                                          "-------------------\r"
+                                          "ㄓㄨㄥ (ㄓㄨㄥˋ) ㄨㄣˊ \r")));
 }
 
 // -o replaces the file only with a whole page, and leaves no other file.
