@@ -104,6 +104,25 @@ TEST_F(CliRuns, ALargeInputWorks) {
   EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 199999);
 }
 
+// Readings in context are chosen a piece of the text at a time, each piece
+// ending at a line end: a text of many pieces, with Chinese characters up
+// to every line end, reads in context to its last line.
+TEST_F(CliRuns, ALargeInputReadsInContextToTheEnd) {
+  std::string text;
+  for (int i = 0; i < 40000; ++i) text += "银行行长\n";  // 520 KB
+  WriteFile(Path("big.txt"), text);
+  const auto [status, out] =
+      Run("--context --single --numbers --systems 10000 -i $D/big.txt", "");
+  EXPECT_EQ(status, 0);
+  std::size_t lines = 0;
+  for (std::size_t at = out.find("yin2 hang2 hang2 zhang3 \n");
+       at != std::string::npos;
+       at = out.find("yin2 hang2 hang2 zhang3 \n", at + 1)) {
+    ++lines;
+  }
+  EXPECT_EQ(lines, 40000u);
+}
+
 // A named pipe given with -i is read as it comes. Opened and closed once
 // to be looked at, it would lose what its writer sent and then wait for a
 // writer for ever; here a second writer comes after 10 s, so that such a
