@@ -103,6 +103,8 @@ TEST(Readings, DamagedPhraseFiles) {
       {good + "银行\tㄧㄣˊ\t9\n", 1},                   // one syllable short
       {good + "银行\tㄧㄣˊ  ㄏㄤˊ\t9\n", 1},            // two blanks
       {good + "银\tyin2\t9\n", 1},                      // not Zhuyin
+      {good + "银\tㄧㄧㄣㄣ\t9\n", 1},                  // four letters
+      {good + "银\tˊ\t9\n", 1},                         // a mark alone
       {good + "不\tㄅㄨˋ\t9\n", 2},                     // ㄅ, the first letter
       {good + "银\t䄅\t9\n", 1},            // bytes 84 85 behind another lead
       {good + "银\tㄧㄣˊ\t-9\n", 1},        // no cost
