@@ -18,6 +18,7 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <tuple>
 
 #include "tests/lookup/TableFixture.hpp"
 #include "tests/text/CaseTable.hpp"
@@ -93,31 +94,29 @@ TEST_F(CliRuns, ReadInContext) {
   }
 }
 
+// A big text is read whole; and in context to its last line, although the
+// readings are chosen a piece of the text at a time, each piece ending at a
+// line end, here with Chinese characters up to every line end.
 TEST_F(CliRuns, ALargeInputWorks) {
   std::string text;
   for (int i = 0; i < 200000; ++i) text += "中文。abc\n";  // 2.8 MB
   WriteFile(Path("big.txt"), text);
-  const auto [status, out] =
+  auto [status, out] =
       Run("--raw --systems 01000 --table $D/zhuyintable -i $D/big.txt", "");
   EXPECT_EQ(status, 0);
   // The last line end goes with the trim.
   EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 199999);
-}
 
-// Readings in context are chosen a piece of the text at a time, each piece
-// ending at a line end: a text of many pieces, with Chinese characters up
-// to every line end, reads in context to its last line.
-TEST_F(CliRuns, ALargeInputReadsInContextToTheEnd) {
-  std::string text;
+  text.clear();
   for (int i = 0; i < 40000; ++i) text += "银行行长\n";  // 520 KB
   WriteFile(Path("big.txt"), text);
-  const auto [status, out] =
+  std::tie(status, out) =
       Run("--context --single --numbers --systems 10000 -i $D/big.txt", "");
   EXPECT_EQ(status, 0);
+  const std::string line = "yin2 hang2 hang2 zhang3 \n";
   std::size_t lines = 0;
-  for (std::size_t at = out.find("yin2 hang2 hang2 zhang3 \n");
-       at != std::string::npos;
-       at = out.find("yin2 hang2 hang2 zhang3 \n", at + 1)) {
+  for (auto at = out.find(line); at != std::string::npos;
+       at = out.find(line, at + 1)) {
     ++lines;
   }
   EXPECT_EQ(lines, 40000u);
