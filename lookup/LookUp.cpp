@@ -410,6 +410,8 @@ class Walk {
     AnyCharacter(code, character, chosen);
   }
 
+  // Every other character: met for the first time, behind verbatim text, a
+  // punctuation mark, or read otherwise in its word. Kept out of the loop.
   [[gnu::noinline]] void AnyCharacter(std::uint32_t code,
                                       std::string_view character,
                                       std::string_view chosen) {
@@ -450,6 +452,7 @@ class Walk {
         r_[system].Append(text);
       }
     }
+    // With Zhuyin 1 on, its text decides this at the end instead.
     if (!zhuyin1HasText_) zhuyin1HasText_ = c.zhuyin1HasText;
     if (dictionary_) foundCharacters_.append(character);
   }
