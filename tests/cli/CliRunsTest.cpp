@@ -1,10 +1,10 @@
 // quillmere-cli as a user runs it, a real process, from the rows of
 // tests/data/cli/runs.txt: arguments (through the shell; $D stands for the
-// test's folder, which holds zhuyintable, crtable, in.txt, the phrase file
-// bad.txt, the user's phrase file under config and a Tokenizer that prints
-// nothing), standard input, exit status, then standard output and error
-// together, with the folder written $D again. Every run has $D/config as its
-// preferences folder. And the readings in context of
+// test's folder, which is also the working folder and holds zhuyintable,
+// crtable, in.txt, the phrase file bad.txt, the user's phrase file under config
+// and a Tokenizer that prints nothing), standard input, exit status, then
+// standard output and error together, with the folder written $D again. Every
+// run has $D/config as its preferences folder. And the readings in context of
 // tests/data/context/readings.txt, with the shipped data files.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -40,7 +40,7 @@ class CliRuns : public TableFixture {
   std::pair<int, std::string> Run(const std::string& args,
                                   const std::string& input) {
     WriteFile(Path("stdin"), input);
-    std::string command = "XDG_CONFIG_HOME=$D/config '" +
+    std::string command = "cd $D/ && XDG_CONFIG_HOME=$D/config '" +
                           std::string(QUILLMERE_OUT_DIR) + "/quillmere-cli' " +
                           args + " <" + Path("stdin") + " 2>&1";
     ReplaceAllInPlace(command, "$D/", Path(""));
@@ -180,6 +180,13 @@ TEST_F(CliRuns, OutputReplacesTheFileOnlyWhenDone) {
   EXPECT_NE(out.find("cannot write"), std::string::npos);
   EXPECT_EQ(ReadFile(Path("taken/keep")), "x");
   EXPECT_EQ(files(), before + 1);
+  // A name without a folder is a file of the working folder.
+  EXPECT_EQ(Run("--systems 01000 --export text -o plain.txt --table "
+                "$D/zhuyintable",
+                "中"),
+            std::make_pair(0, std::string()));
+  EXPECT_TRUE(ReadFile(Path("plain.txt")).starts_with("中\n\n"));
+  EXPECT_EQ(files(), before + 2);
   const auto missing =
       Run("--export text -o $D/no/such/file --table $D/zhuyintable", "中");
   EXPECT_EQ(missing.first, 1);
