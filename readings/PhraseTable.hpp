@@ -11,12 +11,13 @@
 // to stay in the cache, spares the probe for the second character where no
 // word starts with the pair, which is most places of a text; a second such
 // set, for the words of three characters or more, spares the probe for the
-// third where a word of two has been found. The hash table
-// knows a prefix by a 64-bit hash of its code points alone: that two of the few
-// million prefixes a text and a table ask for share one is far less likely than
-// a fault of the memory, and leaving the file out of the probes halves the time
-// of a look-up. Lines that don't have this form are skipped, so a damaged file
-// gives the lines that can be read and a missing one gives an empty table.
+// third where a word of two has been found. The hash table knows a prefix by
+// a 64-bit hash of its code points alone: that two of the few million
+// prefixes a text and a table ask for share one is far less likely than a
+// fault of the memory, and leaving the file out of the probes halves the
+// time of a look-up. Lines that don't have this form are skipped, so a
+// damaged file gives the lines that can be read and a missing one gives an
+// empty table.
 #pragma once
 
 #include <cstddef>
