@@ -95,6 +95,12 @@ bool HasPair(std::string_view s) {
          s.find("“ ") != std::string_view::npos;
 }
 
+// True when `s` starts with what can make such a pair with the text in
+// front of it: ")" behind a blank, or a blank behind "(" or "“".
+bool MayPairAtSeam(std::string_view s) {
+  return !s.empty() && (s.front() == ')' || s.front() == ' ');
+}
+
 // Whether the blank at `j` goes in the clean-up. Replacing every "( " by
 // "(", then every " )" by ")", then every "“ " by "“" takes away exactly the
 // blanks that stand, in the text before the first of them, behind "(", in
@@ -195,11 +201,8 @@ class Accumulator {
 struct Piece {
   std::uint32_t offset = 0;
   std::uint32_t length = 0;
-  // The piece holds a pair that the clean-up closes up.
-  bool hasPair = false;
-  // It starts with ")" or " ", which can make such a pair with what is
-  // in front of it.
-  bool mayPair = false;
+  bool hasPair = false;  // HasPair() of the text
+  bool mayPair = false;  // MayPairAtSeam() of the text
 };
 
 // What one character with a reading adds to each accumulator, the blank
@@ -367,7 +370,7 @@ class Walk {
     const Accumulator& s = r_[system];
     if (pieceHasPair) {
       searchAll_[system] = true;
-    } else if (!s.empty() && !piece.empty()) {
+    } else if (!s.empty() && MayPairAtSeam(piece)) {
       // The blank of a pair made across the seam.
       if (piece.front() == ')' && s.back() == ' ') {
         pairs_[system].push_back(s.size() - 1);
@@ -557,7 +560,7 @@ class Walk {
     texts_.resize(texts_.size() - std::min(texts_.size(), Accumulator::kBlock));
     Piece piece{static_cast<std::uint32_t>(texts_.size()),
                 static_cast<std::uint32_t>(text.size()), HasPair(text),
-                !text.empty() && (text.front() == ')' || text.front() == ' ')};
+                MayPairAtSeam(text)};
     texts_.append(text);
     texts_.resize(texts_.size() + Accumulator::kBlock);
     return piece;
