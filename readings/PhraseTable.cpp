@@ -48,6 +48,23 @@ long CountSyllables(std::string_view r) {
   }
 }
 
+// The syllable that starts at `from` of a word's well-formed syllables as a
+// number, a byte for the last byte of each letter and the top byte for that
+// of the tone mark; `from` is moved to its end.
+std::uint32_t SyllableKey(std::string_view syllables, std::size_t& from) {
+  std::uint32_t key = 0;
+  for (int shift = 0; from < syllables.size() && syllables[from] == '\xE3';
+       shift += 8, from += 3) {
+    key |= std::uint32_t{static_cast<unsigned char>(syllables[from + 2])}
+           << shift;
+  }
+  if (from < syllables.size() && syllables[from] == '\xCB') {
+    key |= std::uint32_t{static_cast<unsigned char>(syllables[from + 1])} << 24;
+    from += 2;
+  }
+  return key;
+}
+
 }  // namespace
 
 PhraseTable::~PhraseTable() { Clear(); }
@@ -67,6 +84,8 @@ PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
   slots_ = std::move(other.slots_);
   direct_ = std::move(other.direct_);
   pairs_ = std::move(other.pairs_);
+  own_ = std::move(other.own_);
+  fixedBits_ = std::move(other.fixedBits_);
   used_ = other.used_;
   size_ = other.size_;
   skipped_ = other.skipped_;
@@ -88,6 +107,10 @@ void PhraseTable::Clear() {
   direct_.shrink_to_fit();
   pairs_.clear();
   pairs_.shrink_to_fit();
+  own_.clear();
+  own_.shrink_to_fit();
+  fixedBits_.clear();
+  fixedBits_.shrink_to_fit();
   used_ = 0;
   size_ = 0;
   skipped_ = 0;
@@ -139,42 +162,53 @@ void PhraseTable::Index() {
   };
   fresh(slots_, std::max<std::size_t>(16, content_.size() / 20));
   fresh(direct_, kEndDirect - kFirstDirect);
-  pairs_.assign(2 * kPairBits / 64, 0);
-  std::size_t offset = 0;
-  while (offset < content_.size()) {
-    const std::size_t end = content_.find('\n', offset);
-    if (end == std::string_view::npos) {
+  pairs_.assign(5 * kPairBits / 64, 0);
+  own_.assign(kEndDirect - kFirstDirect, Own{});
+  ownKeys_.assign(kEndDirect - kFirstDirect, 0);
+  // A character of a word takes seven bytes of its line or more (three of
+  // the word, a letter and a blank): room enough, never moved. Pages not
+  // written take no memory.
+  inWords_.reserve(content_.size() / 7);
+  // Lines are short: their two TABs and their LF are found in one pass.
+  const char* const data = content_.data();
+  for (std::size_t offset = 0; offset < content_.size();) {
+    std::size_t tabs[2] = {0, 0};
+    int found = 0;
+    std::size_t end = offset;
+    for (; end < content_.size() && data[end] != '\n'; ++end) {
+      if (data[end] == '\t' && found < 2) tabs[found++] = end - offset;
+    }
+    if (end == content_.size()) {
       ++skipped_;  // no final LF: the file was cut short
       break;
     }
-    AddLine(offset, end);
+    if (found == 2 && tabs[0] != 0 && tabs[0] <= 255) {
+      AddLine(offset, tabs[0], tabs[1], end);
+    } else {
+      ++skipped_;
+    }
     offset = end + 1;
   }
+  NoteReadings();
 }
 
-void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
+void PhraseTable::AddLine(std::size_t offset, std::size_t tab1,
+                          std::size_t tab2, std::size_t end) {
   const std::string_view line = content_.substr(offset, end - offset);
-  const std::size_t tab1 = line.find('\t');
-  const std::size_t tab2 =
-      tab1 == std::string_view::npos ? tab1 : line.find('\t', tab1 + 1);
-  if (tab2 == std::string_view::npos || tab1 == 0 || tab1 > 255) {
-    ++skipped_;
-    return;
-  }
   const std::string_view word = line.substr(0, tab1);
   const std::string_view readings = line.substr(tab1 + 1, tab2 - tab1 - 1);
   const std::string_view cost = line.substr(tab2 + 1);
+  // A word takes 255 bytes at most, a Chinese character three or more.
+  std::uint32_t codes[255 / 3];
   std::size_t chars = 0;
-  std::uint32_t firstTwo[2] = {};
   for (std::size_t pos = 0; pos < word.size();) {
     const Utf8Char c = DecodeChar(word, pos);
     if (!IsHanzi(c.code)) {
       ++skipped_;
       return;
     }
-    if (chars < 2) firstTwo[chars] = c.code;
+    codes[chars++] = c.code;
     pos += c.length;
-    ++chars;
   }
   std::uint32_t value = 0;
   const bool digits =
@@ -192,24 +226,61 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t end) {
       static_cast<std::uint8_t>(word.size()),
       static_cast<std::uint8_t>(readings.size() <= 255 ? readings.size() : 0)};
   if (chars >= 2) {
-    const std::size_t bit = PairBit(firstTwo[0], firstTwo[1]);
+    const std::size_t bit = PairBit(codes[0], codes[1]);
     SetPairBit(bit);
     if (chars >= 3) SetPairBit(kPairBits + bit);
   }
   std::uint64_t h = kFnvOffset;
-  for (std::size_t pos = 0; pos < word.size();) {
-    const Utf8Char c = DecodeChar(word, pos);
-    h = HashMore(h, c.code);
-    pos += c.length;
-    const bool added = pos == c.length && IsDirect(c.code)
-                           ? Put(direct_[c.code - kFirstDirect], slot, pos)
-                           : Insert(Finish(h), slot, pos);
-    if (!added && pos == word.size()) {
+  std::size_t bytes = 0;
+  std::size_t syllable = 0;  // where the character's syllable starts
+  for (std::size_t k = 0; k < chars; ++k) {
+    const std::uint32_t code = codes[k];
+    if (chars >= 2) {
+      inWords_.push_back({code, k > 0 ? codes[k - 1] : 0,
+                          k + 1 < chars ? codes[k + 1] : 0,
+                          SyllableKey(readings, syllable)});
+      ++syllable;  // the blank
+      if (k > 0) SetPairBit(2 * kPairBits + PairBit(codes[k - 1], code));
+    }
+    h = HashMore(h, code);
+    bytes += code < 0x10000 ? 3 : 4;
+    const bool added = k == 0 && IsDirect(code)
+                           ? Put(direct_[code - kFirstDirect], slot, bytes)
+                           : Insert(Finish(h), slot, bytes);
+    if (!added && bytes == word.size()) {
       ++skipped_;  // each word once: the first line stands
       return;
     }
   }
+  if (chars == 1 && IsDirect(codes[0])) {
+    ownKeys_[codes[0] - kFirstDirect] = SyllableKey(readings, syllable);
+  }
   ++size_;
+}
+
+void PhraseTable::NoteReadings() {
+  fixedBits_.assign((own_.size() + 63) / 64, 0);
+  for (std::size_t i = 0; i < own_.size(); ++i) {
+    const Slot& slot = direct_[i];
+    // A character of the array takes three bytes.
+    if (slot.wordBytes == 3) {
+      own_[i] = Own{slot.line + 4, slot.readingBytes};
+      fixedBits_[i / 64] |= std::uint64_t{1} << (i % 64);
+    }
+  }
+  for (const InWord& w : inWords_) {
+    if (IsDirect(w.code)) {
+      const std::uint32_t bit = w.code - kFirstDirect;
+      if (ownKeys_[bit] == w.key) continue;
+      fixedBits_[bit / 64] &= ~(std::uint64_t{1} << (bit % 64));
+    }
+    if (w.before != 0) SetPairBit(3 * kPairBits + PairBit(w.before, w.code));
+    if (w.after != 0) SetPairBit(4 * kPairBits + PairBit(w.code, w.after));
+  }
+  ownKeys_.clear();
+  ownKeys_.shrink_to_fit();
+  inWords_.clear();
+  inWords_.shrink_to_fit();
 }
 
 const PhraseTable::Slot* PhraseTable::Find(std::uint64_t hash) const {

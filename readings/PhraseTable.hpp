@@ -5,23 +5,27 @@
 // WORD is one or more Chinese characters, READINGS one Zhuyin syllable per
 // character separated by one blank, COST a decimal integer (lower means more
 // common). The file is mapped, not copied; an index of every prefix of every
-// word, built once at load, answers "which words start here" with one probe
-// per character: an array for a first character, a hash table for longer
-// prefixes. A bit per pair of first two characters, in a set small enough
-// to stay in the cache, spares the probe for the second character where no
-// word starts with the pair, which is most places of a text; a second such
-// set, for the words of three characters or more, spares the probe for the
-// third where a word of two has been found. The hash table knows a prefix by
-// a 64-bit hash of its code points alone: that two of the few million
-// prefixes a text and a table ask for share one is far less likely than a
-// fault of the memory, and leaving the file out of the probes halves the
-// time of a look-up. Lines that don't have this form are skipped, so a
-// damaged file gives the lines that can be read and a missing one gives an
-// empty table.
+// word, built once at load, answers "which words start here" with one probe per
+// character: an array for a first character, a hash table for longer prefixes.
+// A bit per pair of first two characters, in a set small enough to stay in the
+// cache, spares the probe for the second character where no word starts with
+// the pair, which is most places of a text; a second such set, for the words of
+// three characters or more, spares the probe for the third where a word of two
+// has been found. Three more sets hold the pairs of neighbours inside a word,
+// and those of them where the word reads one of the two otherwise than its own
+// word does: a caller can tell where no word joins two characters, and where no
+// word changes a reading. Each character's own syllable, and whether every word
+// reads it so, are kept by code point. The hash table knows a prefix by a
+// 64-bit hash of its code points alone: that two of the few million prefixes a
+// text and a table ask for share one is far less likely than a fault of the
+// memory, and leaving the file out of the probes halves the time of a look-up.
+// Lines that don't have this form are skipped, so a damaged file gives the
+// lines that can be read and a missing one gives an empty table.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -86,15 +90,47 @@ class PhraseTable {
   // character. Otherwise `syllable` itself.
   std::string_view AsOwnReading(std::uint32_t code,
                                 std::string_view syllable) const {
-    if (!IsDirect(code) || direct_.empty()) return syllable;
-    const Slot& slot = direct_[code - kFirstDirect];
-    // A character of the array takes three bytes.
-    if (slot.wordBytes != 3 || slot.readingBytes != syllable.size()) {
-      return syllable;
-    }
-    const std::string_view own(content_.data() + slot.line + slot.wordBytes + 1,
-                               slot.readingBytes);
-    return own == syllable ? own : syllable;
+    const std::string_view own = OwnReading(code).value_or(std::string_view());
+    return !own.empty() && own == syllable ? own : syllable;
+  }
+
+  // The syllable of the table's word of the character `code` alone, empty
+  // when it has none; nothing for a character outside U+3400..U+9FFF, which
+  // this does not know.
+  std::optional<std::string_view> OwnReading(std::uint32_t code) const {
+    if (!IsDirect(code) || own_.empty()) return std::nullopt;
+    const Own& own = own_[code - kFirstDirect];
+    return std::string_view(content_.data() + own.offset, own.length);
+  }
+
+  // False when no word of the table has the character `first` followed by
+  // `second`: then no word takes in both. True may be said of a pair that no
+  // word has.
+  bool MayJoin(std::uint32_t first, std::uint32_t second) const {
+    return !pairs_.empty() &&
+           HasPairBit(2 * kPairBits + PairBit(first, second));
+  }
+
+  // True when the character `code` has a word of its own and every word of
+  // the table that has it reads it alike: then it reads as OwnReading(code)
+  // whatever its neighbours. Known for U+3400..U+9FFF only; a bit in a set
+  // that stays in the cache.
+  bool IsFixed(std::uint32_t code) const {
+    if (!IsDirect(code) || fixedBits_.empty()) return false;
+    const std::uint32_t bit = code - kFirstDirect;
+    return (fixedBits_[bit / 64] >> (bit % 64)) & 1;
+  }
+  // False when no word of the table that has the character `first` followed
+  // by `second` reads `first` otherwise than its own word does (or has it
+  // without a word of its own); ReadsSecondOtherwise the same for `second`.
+  // True may be said of a pair that no such word has.
+  bool ReadsFirstOtherwise(std::uint32_t first, std::uint32_t second) const {
+    return !pairs_.empty() &&
+           HasPairBit(4 * kPairBits + PairBit(first, second));
+  }
+  bool ReadsSecondOtherwise(std::uint32_t first, std::uint32_t second) const {
+    return !pairs_.empty() &&
+           HasPairBit(3 * kPairBits + PairBit(first, second));
   }
 
   std::string_view Word(std::uint32_t entry) const;
@@ -122,9 +158,21 @@ class PhraseTable {
     return code >= kFirstDirect && code < kEndDirect;
   }
 
+  // A syllable in the content: that of a character's own word.
+  struct Own {
+    std::uint32_t offset = 0;
+    std::uint32_t length = 0;
+  };
+  // A character of a word of two or more, as indexing meets it: its
+  // neighbours in the word (0 for none) and the key of its syllable there.
+  struct InWord {
+    std::uint32_t code, before, after, key;
+  };
+
   // The bit of the pair sets for words that start with `first`, `second`:
   // in the first set for words of two characters or more, kPairBits further
-  // on for those of three or more.
+  // on for those of three or more, 2 * kPairBits further on for
+  // neighbours anywhere in a word, and then the two sets of ReadsOtherwise.
   static constexpr int kPairBitsLog = 18;
   static constexpr std::size_t kPairBits = std::size_t{1} << kPairBitsLog;
   static std::size_t PairBit(std::uint32_t first, std::uint32_t second) {
@@ -156,7 +204,13 @@ class PhraseTable {
   }
 
   void Index();
-  void AddLine(std::size_t offset, std::size_t end);
+  // The line from `offset` to the LF at `end`, with TABs `tab1` and `tab2`
+  // bytes into it.
+  void AddLine(std::size_t offset, std::size_t tab1, std::size_t tab2,
+               std::size_t end);
+  // Once every line is in: each character's own syllable, and where a word
+  // reads a character otherwise.
+  void NoteReadings();
   const Slot* Find(std::uint64_t hash) const;
   // Adds the prefix of `length` bytes of a word; false when it was known
   // and stays as it was.
@@ -171,8 +225,14 @@ class PhraseTable {
   void* map_ = nullptr;  // content mapped by Open
   std::size_t mapSize_ = 0;
   std::vector<Slot> slots_;
-  std::vector<Slot> direct_;          // by code point from kFirstDirect
-  std::vector<std::uint64_t> pairs_;  // the two sets of pair bits
+  std::vector<Slot> direct_;              // by code point from kFirstDirect
+  std::vector<std::uint64_t> pairs_;      // the five sets of pair bits
+  std::vector<Own> own_;                  // by code point from kFirstDirect
+  std::vector<std::uint64_t> fixedBits_;  // by code point from kFirstDirect
+  // While indexing: the characters of longer words, and the key of each
+  // character's own syllable by code point from kFirstDirect.
+  std::vector<InWord> inWords_;
+  std::vector<std::uint32_t> ownKeys_;
   std::size_t used_ = 0;
   std::size_t size_ = 0;
   std::size_t skipped_ = 0;
