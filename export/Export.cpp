@@ -51,9 +51,9 @@ class PageWalk {
     for (std::size_t pos = 0; pos < text.size();) {
       const Utf8Char c = DecodeChar(text, pos);
       const std::string_view character = text.substr(pos, c.length);
-      pos += c.length;
       std::string_view chosen;
-      if (c.code > 0xFF) chosen = chosen_.Next();
+      if (c.code > 0xFF) chosen = chosen_.Of(pos, c.code);
+      pos += c.length;
       const RubyTexts* ruby = TakesCharacterPath(c.code)
                                   ? Lookup(c.code, character, chosen)
                                   : nullptr;
@@ -186,7 +186,7 @@ ExportPage BuildPhoneticPage(std::string_view exportText,
   if (!engine.LoadTable()) return {ExportPage::Status::kTableMissing, {}};
 
   PageWalk walk(engine, settings,
-                engine.ReadingsInContext(exportText, settings));
+                engine.ReadingsInContext(exportText, exportText, settings));
   walk.Run(exportText);
   const PerSystem<std::string>& results = walk.results();
   const SystemSet& on = settings.PinyinSystemsPrefValue;

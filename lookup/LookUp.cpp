@@ -308,9 +308,13 @@ class Walk {
       } else {
         const Utf8Char c = DecodeChar(text, pos);
         const std::string_view character = text.substr(pos, c.length);
-        pos += c.length;
+        // A character that reads alike in every word has its reading put
+        // first when it is met first, as any other reading of it is.
         std::string_view chosen;
-        if (c.code > 0xFF) chosen = chosen_.Next();
+        if (c.code > 0xFF && chosen_.Varies(c.code)) {
+          chosen = chosen_.At(pos, c.code);
+        }
+        pos += c.length;
         if (TakesCharacterPath(c.code)) {
           Character(c.code, character, chosen);
         } else {
@@ -490,9 +494,11 @@ class Walk {
         return *known = kFirstMark - static_cast<int>(i);
       }
     }
-    if (taiwan_ && engine_.HasOwnReading(character, settings_)) {
-      return *known = SlotOfEntry(engine_.ReadingEntryOf(
-                 character, std::string_view(), settings_));
+    const std::string_view fixed = chosen_.Fixed(code);
+    if (!fixed.empty() ||
+        (taiwan_ && engine_.HasOwnReading(character, settings_))) {
+      return *known = SlotOfEntry(
+                 engine_.ReadingEntryOf(character, fixed, settings_));
     }
     const long hit = engine_.Search(character);
     if (hit < 1) return *known = kNoReading;
@@ -751,25 +757,23 @@ void LookUpEngine::RefreshUserPhrases() {
 }
 
 ChosenReadings LookUpEngine::ReadingsInContext(std::string_view text,
+                                               std::string_view walked,
                                                const LookUpSettings& settings) {
   if (!settings.contextReadings) return {};
   RefreshUserPhrases();
-  return ChosenReadings(*this, settings, text);
+  return ChosenReadings(Phrases(settings.standard), userPhrases_.Table(), text,
+                        walked);
 }
 
-std::string_view ChosenReadings::NextPiece() {
-  while (index_ == piece_.size()) {
-    if (pos_ >= text_.size()) return {};
-    std::size_t end = std::min(text_.size(), pos_ + kPieceBytes);
-    end = text_.find('\n', end);
-    end = end == std::string_view::npos ? text_.size() : end + 1;
-    quill::ChooseReadings(text_.substr(pos_, end - pos_),
-                          engine_->Phrases(settings_->standard),
-                          engine_->userPhrases_.Table(), piece_);
-    index_ = 0;
-    pos_ = end;
+std::string_view ChosenReadings::Next() {
+  while (pos_ < text_.size()) {
+    const Utf8Char c = DecodeChar(text_, pos_);
+    pos_ += c.length;
+    if (c.code > 0xFF && chooser_->Varies(c.code)) {
+      return chooser_->At(pos_ - c.length, c.code);
+    }
   }
-  return piece_[index_++];
+  return {};
 }
 
 bool LookUpEngine::HasOwnReading(std::string_view character,
@@ -827,7 +831,7 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
     // chosen on what it gave.
     const bool same = segmented.empty() ||
                       WideCharacters(typed) == WideCharacters(lookUpText);
-    chosen = ReadingsInContext(same ? typed : lookUpText, settings);
+    chosen = ReadingsInContext(same ? typed : lookUpText, lookUpText, settings);
   }
   Walk walk(*this, settings, slotOfBmp_, std::move(chosen));
   walk.Run(lookUpText);

@@ -11,6 +11,7 @@
 //   // result.text == "Hanyu Pinyin\r-------------------\rzhōng wén \r\r\r..."
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -18,6 +19,7 @@
 
 #include "lookup/ReadingTable.hpp"
 #include "lookup/SystemTable.hpp"
+#include "readings/ContextReadings.hpp"
 #include "readings/PhraseTable.hpp"
 #include "readings/UserPhrases.hpp"
 #include "romanization/Romanization.hpp"
@@ -77,34 +79,51 @@ using Accumulators = PerSystem<std::string>;
 class LookUpEngine;
 
 // The readings chosen in context for the characters above U+00FF of a text,
-// in order, worked out a piece of the text at a time: a big text then never
-// holds a view per character at once. A piece ends at a line end, which no
-// word spans, so the pieces choose what the whole text would.
+// asked for in order as a walk meets them.
 class ChosenReadings {
  public:
   ChosenReadings() = default;
-  // The next character's reading, empty where none was chosen.
-  std::string_view Next() {
-    if (index_ < piece_.size()) return piece_[index_++];
-    return engine_ ? NextPiece() : std::string_view();
+  // False when there are none, or when the character `code` reads by
+  // Fixed() wherever it stands.
+  bool Varies(std::uint32_t code) const {
+    return chooser_ && chooser_->Varies(code);
+  }
+  // The reading of a character that does not vary; empty when there are no
+  // chosen readings.
+  std::string_view Fixed(std::uint32_t code) const {
+    return chooser_ ? chooser_->Fixed(code) : std::string_view();
+  }
+  // The reading of the character `code`, one that Varies, that starts at
+  // byte `pos` of the text walked; empty where none was chosen. Asked for
+  // each such character in turn.
+  std::string_view At(std::size_t pos, std::uint32_t code) {
+    return sameText_ ? chooser_->At(pos, code) : Next();
+  }
+  // The reading of any character, as the two above give it.
+  std::string_view Of(std::size_t pos, std::uint32_t code) {
+    return Varies(code) ? At(pos, code) : Fixed(code);
   }
 
  private:
   friend class LookUpEngine;
-  static constexpr std::size_t kPieceBytes = 1 << 16;
 
-  std::string_view NextPiece();
+  // `text`, on which the readings are chosen, holds the same characters
+  // above U+00FF as `walked`, the text walked, and both outlive this.
+  ChosenReadings(const PhraseTable& table, const PhraseTable& user,
+                 std::string_view text, std::string_view walked)
+      : chooser_(std::make_unique<ReadingChooser>(text, table, user)),
+        text_(text),
+        sameText_(text.data() == walked.data() &&
+                  text.size() == walked.size()) {}
 
-  ChosenReadings(LookUpEngine& engine, const LookUpSettings& settings,
-                 std::string_view text)
-      : engine_(&engine), settings_(&settings), text_(text) {}
+  // The reading of the next character of `text_` that Varies, when the
+  // walked text is another.
+  std::string_view Next();
 
-  LookUpEngine* engine_ = nullptr;
-  const LookUpSettings* settings_ = nullptr;
+  std::unique_ptr<ReadingChooser> chooser_;
   std::string_view text_;
-  std::size_t pos_ = 0;
-  std::vector<std::string_view> piece_;
-  std::size_t index_ = 0;
+  bool sameText_ = true;
+  std::size_t pos_ = 0;  // in text_, for Next()
 };
 
 class LookUpEngine {
@@ -134,10 +153,12 @@ class LookUpEngine {
   const ReadingTable& table() const { return table_; }
   const DataFiles& files() const { return files_; }
 
-  // With context readings on, the syllables chosen for the characters of
-  // `text` above U+00FF, which `text` must outlive; nothing when they are
-  // off. Reads the user's phrase file again first if it changed.
+  // With context readings on, the syllables chosen on `text` for the
+  // characters above U+00FF of `walked`, the same ones, which both texts
+  // must outlive; nothing when they are off. Reads the user's phrase file
+  // again first if it changed.
   ChosenReadings ReadingsInContext(std::string_view text,
+                                   std::string_view walked,
                                    const LookUpSettings& settings);
 
   // The reading string of a character: its line of the table (empty for

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "readings/PhraseTable.hpp"
+#include "text/TextOps.hpp"
 
 namespace quill {
 
@@ -15,23 +16,92 @@ namespace quill {
 // word rarer than any the tables hold.
 inline constexpr std::uint32_t kUncoveredCost = 2500;
 
-// A run of Chinese characters longer than this is split into pieces of this
-// length, which bounds the work space on texts without any punctuation.
+// A stretch of characters that words join, longer than this, is split into
+// pieces of at most this length, which bounds the work space on texts without
+// any punctuation.
 inline constexpr std::size_t kLongestRun = 4096;
 
-// For each character of `text` above U+00FF, in order, the Zhuyin syllable
-// chosen for it: that of the word which covers it in the split of lowest
-// total cost, or empty where no word covers it. Words of `user` win over
-// words of `table` of the same length at the same place. The views point
-// into the two tables.
+// The readings of the characters of a text, chosen by the split of lowest
+// total cost into words of `table` and `user`. Words of `user` win over words
+// of `table` of the same length at the same place.
+//
+// The split is worked out only where it can change a reading. A character
+// that every word reads alike reads so wherever it stands; one that some
+// words read otherwise reads as its own word does where none of those words
+// takes in a neighbour of it. Elsewhere its stretch is split when it is
+// asked for: no word goes over a place where no word has its two
+// neighbours, so the best split of a text is the best splits of the
+// stretches between such places.
+class ReadingChooser {
+ public:
+  // `text` and the two tables must outlive the chooser.
+  ReadingChooser(std::string_view text, const PhraseTable& table,
+                 const PhraseTable& user)
+      : text_(text), table_(table), user_(user) {}
+
+  // False when the character `code` reads by Fixed() wherever it stands.
+  bool Varies(std::uint32_t code) const {
+    return !user_.empty() || !table_.IsFixed(code);
+  }
+  // The syllable of a character that does not vary.
+  std::string_view Fixed(std::uint32_t code) const {
+    return user_.empty() && table_.IsFixed(code) ? *table_.OwnReading(code)
+                                                 : std::string_view();
+  }
+  // The Zhuyin syllable chosen for the character `code` that starts at byte
+  // `pos` of the text, one that Varies: that of the word which covers it in
+  // the best split, or empty where no word covers it. Characters are asked
+  // for in the order of the text; any may be left out. The view points into
+  // a table.
+  std::string_view At(std::size_t pos, std::uint32_t code) {
+    return IsHanzi(code) ? InWords(pos, code) : std::string_view();
+  }
+
+ private:
+  // How the best split of a stretch reaches a character boundary: from which
+  // boundary, by which word.
+  struct Step {
+    std::uint32_t from;
+    std::uint32_t size;     // of the syllables
+    const char* syllables;  // of the word; none: one uncovered character
+  };
+
+  std::string_view InWords(std::size_t pos, std::uint32_t code);
+  // The character that ends at `pos`, after the stretch split last; code 0
+  // when there is none.
+  Utf8Char Before(std::size_t pos) const;
+  // Splits the stretch of characters that words may join around the one at
+  // `pos`, `code`.
+  void SplitAround(std::size_t pos, std::uint32_t code);
+  bool MayJoin(std::uint32_t first, std::uint32_t second) const {
+    return table_.MayJoin(first, second) || user_.MayJoin(first, second);
+  }
+  // Splits the stretch codes_ into views_, one syllable (or none) each.
+  void Split();
+  // A word from character i of a stretch of n; true when it is one
+  // character long.
+  bool Relax(std::size_t i, const PhraseTable::Match& m, std::size_t n);
+
+  std::string_view text_;
+  const PhraseTable& table_;
+  const PhraseTable& user_;
+  // The stretch last split: its characters, where they start, their
+  // syllables, and where it ends; the next character asked for in it.
+  std::vector<std::uint32_t> codes_;
+  std::vector<std::size_t> offsets_;
+  std::vector<std::string_view> views_;
+  std::size_t end_ = 0;
+  std::size_t next_ = 0;
+  std::vector<std::uint32_t> best_;
+  std::vector<Step> steps_;
+  std::vector<PhraseTable::Match> words_, userWords_;
+};
+
+// For each character of `text` above U+00FF, in order, the syllable chosen
+// for it by a ReadingChooser.
 std::vector<std::string_view> ChooseReadings(std::string_view text,
                                              const PhraseTable& table,
                                              const PhraseTable& user);
-// The same into `out`, whose room is used again: a text taken a piece at a
-// time then allocates (and faults in) that room once.
-void ChooseReadings(std::string_view text, const PhraseTable& table,
-                    const PhraseTable& user,
-                    std::vector<std::string_view>& out);
 
 // A character's reading string ("ㄏㄤˊ  ㄒㄧㄥˊ": readings separated by two
 // blanks) with `reading` moved to the front, or put in front when missing;
