@@ -25,6 +25,16 @@ bool IsContinuation(char byte) {
 
 }  // namespace
 
+Utf8Char ReadingChooser::Before(std::size_t pos) const {
+  if (pos <= end_) return {0, 0};
+  std::size_t before = pos - 1;
+  while (before > end_ && pos - before < 4 && IsContinuation(text_[before])) {
+    --before;
+  }
+  const Utf8Char c = DecodeChar(text_, before);
+  return before + c.length == pos ? c : Utf8Char{0, 0};
+}
+
 std::string_view ReadingChooser::InWords(std::size_t pos, std::uint32_t code) {
   if (pos >= end_) {
     const auto own = table_.OwnReading(code);
@@ -50,16 +60,6 @@ std::string_view ReadingChooser::InWords(std::size_t pos, std::uint32_t code) {
                                                            : std::string_view();
 }
 
-Utf8Char ReadingChooser::Before(std::size_t pos) const {
-  if (pos <= end_) return {0, 0};
-  std::size_t before = pos - 1;
-  while (before > end_ && pos - before < 4 && IsContinuation(text_[before])) {
-    --before;
-  }
-  const Utf8Char c = DecodeChar(text_, before);
-  return before + c.length == pos ? c : Utf8Char{0, 0};
-}
-
 void ReadingChooser::SplitAround(std::size_t pos, std::uint32_t code) {
   // Back over the characters that a word may join to this one, as far as the
   // stretch split last; then on to where no word goes further.
@@ -82,8 +82,24 @@ void ReadingChooser::SplitAround(std::size_t pos, std::uint32_t code) {
     offsets_.push_back(end_);
     end_ += c.length;
   }
-  Split();
   next_ = 0;
+  const std::size_t n = codes_.size();
+  if (n > kRemembered) {
+    Split();
+    return;
+  }
+  if (remembered_.empty()) remembered_.resize(kRememberedSplits);
+  std::uint64_t h = 0;
+  for (const std::uint32_t c : codes_) h = (h ^ c) * 0x9E3779B97F4A7C15ull;
+  Remembered& r = remembered_[h % kRememberedSplits];
+  if (r.size == n && std::equal(codes_.begin(), codes_.end(), r.codes)) {
+    views_.assign(r.views, r.views + n);
+    return;
+  }
+  Split();
+  r.size = static_cast<std::uint32_t>(n);
+  std::copy(codes_.begin(), codes_.end(), r.codes);
+  std::copy(views_.begin(), views_.end(), r.views);
 }
 
 void ReadingChooser::Split() {

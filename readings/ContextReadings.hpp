@@ -37,16 +37,18 @@ class ReadingChooser {
   // `text` and the two tables must outlive the chooser.
   ReadingChooser(std::string_view text, const PhraseTable& table,
                  const PhraseTable& user)
-      : text_(text), table_(table), user_(user) {}
+      : text_(text),
+        table_(table),
+        user_(user),
+        fixed_(user.empty() ? table.Fixed() : PhraseTable::FixedSet()) {}
 
   // False when the character `code` reads by Fixed() wherever it stands.
-  bool Varies(std::uint32_t code) const {
-    return !user_.empty() || !table_.IsFixed(code);
-  }
+  bool Varies(std::uint32_t code) const { return !fixed_.Has(code); }
+  // The characters that do not vary: a copy that a caller keeps at hand.
+  PhraseTable::FixedSet FixedSet() const { return fixed_; }
   // The syllable of a character that does not vary.
   std::string_view Fixed(std::uint32_t code) const {
-    return user_.empty() && table_.IsFixed(code) ? *table_.OwnReading(code)
-                                                 : std::string_view();
+    return fixed_.Has(code) ? *table_.OwnReading(code) : std::string_view();
   }
   // The Zhuyin syllable chosen for the character `code` that starts at byte
   // `pos` of the text, one that Varies: that of the word which covers it in
@@ -85,6 +87,7 @@ class ReadingChooser {
   std::string_view text_;
   const PhraseTable& table_;
   const PhraseTable& user_;
+  const PhraseTable::FixedSet fixed_;  // none when there are words of the user
   // The stretch last split: its characters, where they start, their
   // syllables, and where it ends; the next character asked for in it.
   std::vector<std::uint32_t> codes_;
@@ -92,6 +95,17 @@ class ReadingChooser {
   std::vector<std::string_view> views_;
   std::size_t end_ = 0;
   std::size_t next_ = 0;
+  // The splits of short stretches met before, by a hash of their
+  // characters, one to a place: a text has the same few words again and
+  // again.
+  static constexpr std::size_t kRemembered = 4;
+  static constexpr std::size_t kRememberedSplits = 2048;
+  struct Remembered {
+    std::uint32_t size = 0;
+    std::uint32_t codes[kRemembered] = {};
+    std::string_view views[kRemembered];
+  };
+  std::vector<Remembered> remembered_;
   std::vector<std::uint32_t> best_;
   std::vector<Step> steps_;
   std::vector<PhraseTable::Match> words_, userWords_;

@@ -111,15 +111,28 @@ class PhraseTable {
            HasPairBit(2 * kPairBits + PairBit(first, second));
   }
 
-  // True when the character `code` has a word of its own and every word of
-  // the table that has it reads it alike: then it reads as OwnReading(code)
-  // whatever its neighbours. Known for U+3400..U+9FFF only; a bit in a set
-  // that stays in the cache.
-  bool IsFixed(std::uint32_t code) const {
-    if (!IsDirect(code) || fixedBits_.empty()) return false;
-    const std::uint32_t bit = code - kFirstDirect;
-    return (fixedBits_[bit / 64] >> (bit % 64)) & 1;
+  // The characters that have a word of their own and that every word of the
+  // table reads alike: each reads as OwnReading(code) whatever its
+  // neighbours. Known for U+3400..U+9FFF only; a set of bits that stays in
+  // the cache, valid while the table is.
+  class FixedSet {
+   public:
+    bool Has(std::uint32_t code) const {
+      const std::uint32_t bit = code - kFirstDirect;  // wraps below
+      return bits_ != nullptr && bit < kEndDirect - kFirstDirect &&
+             ((bits_[bit / 64] >> (bit % 64)) & 1);
+    }
+
+   private:
+    friend class PhraseTable;
+    const std::uint64_t* bits_ = nullptr;
+  };
+  FixedSet Fixed() const {
+    FixedSet set;
+    if (!fixedBits_.empty()) set.bits_ = fixedBits_.data();
+    return set;
   }
+
   // False when no word of the table that has the character `first` followed
   // by `second` reads `first` otherwise than its own word does (or has it
   // without a word of its own); ReadsSecondOtherwise the same for `second`.
