@@ -19,50 +19,9 @@ inline std::size_t Home(std::uint64_t hash, std::size_t capacity) {
   return static_cast<std::size_t>(((hash >> 32) * capacity) >> 32);
 }
 
-// The number of syllables when every one is well formed and they are
-// separated by single blanks; -1 otherwise. A syllable is one to three
-// Zhuyin letters (U+3105..U+3129, E3 84 85..A9 in UTF-8), then at most one
-// tone mark: ˊ ˇ ˋ ˙ (CB 8A, CB 87, CB 8B, CB 99). Byte by byte, as this
-// runs on every line of the table at load.
-long CountSyllables(std::string_view r) {
-  long count = 0;
-  std::size_t i = 0;
-  while (true) {
-    int letters = 0;
-    while (i + 3 <= r.size() && r[i] == '\xE3' && r[i + 1] == '\x84' &&
-           static_cast<unsigned char>(r[i + 2]) >= 0x85 &&
-           static_cast<unsigned char>(r[i + 2]) <= 0xA9) {
-      i += 3;
-      ++letters;
-    }
-    if (letters == 0 || letters > 3) return -1;
-    if (i + 2 <= r.size() && r[i] == '\xCB' &&
-        (r[i + 1] == '\x8A' || r[i + 1] == '\x87' || r[i + 1] == '\x8B' ||
-         r[i + 1] == '\x99')) {
-      i += 2;
-    }
-    ++count;
-    if (i == r.size()) return count;
-    if (r[i] != ' ') return -1;
-    ++i;
-  }
-}
-
-// The syllable that starts at `from` of a word's well-formed syllables as a
-// number, a byte for the last byte of each letter and the top byte for that
-// of the tone mark; `from` is moved to its end.
-std::uint32_t SyllableKey(std::string_view syllables, std::size_t& from) {
-  std::uint32_t key = 0;
-  for (int shift = 0; from < syllables.size() && syllables[from] == '\xE3';
-       shift += 8, from += 3) {
-    key |= std::uint32_t{static_cast<unsigned char>(syllables[from + 2])}
-           << shift;
-  }
-  if (from < syllables.size() && syllables[from] == '\xCB') {
-    key |= std::uint32_t{static_cast<unsigned char>(syllables[from + 1])} << 24;
-    from += 2;
-  }
-  return key;
+bool IsToneMark(char second) {
+  return second == '\x8A' || second == '\x87' || second == '\x8B' ||
+         second == '\x99';
 }
 
 }  // namespace
@@ -169,62 +128,80 @@ void PhraseTable::Index() {
   // the word, a letter and a blank): room enough, never moved. Pages not
   // written take no memory.
   inWords_.reserve(content_.size() / 7);
-  // Lines are short: their two TABs and their LF are found in one pass.
-  const char* const data = content_.data();
   for (std::size_t offset = 0; offset < content_.size();) {
-    std::size_t tabs[2] = {0, 0};
-    int found = 0;
-    std::size_t end = offset;
-    for (; end < content_.size() && data[end] != '\n'; ++end) {
-      if (data[end] == '\t' && found < 2) tabs[found++] = end - offset;
-    }
-    if (end == content_.size()) {
-      ++skipped_;  // no final LF: the file was cut short
-      break;
-    }
-    if (found == 2 && tabs[0] != 0 && tabs[0] <= 255) {
-      AddLine(offset, tabs[0], tabs[1], end);
-    } else {
-      ++skipped_;
-    }
-    offset = end + 1;
+    offset = AddLine(offset);
   }
   NoteReadings();
 }
 
-void PhraseTable::AddLine(std::size_t offset, std::size_t tab1,
-                          std::size_t tab2, std::size_t end) {
-  const std::string_view line = content_.substr(offset, end - offset);
-  const std::string_view word = line.substr(0, tab1);
-  const std::string_view readings = line.substr(tab1 + 1, tab2 - tab1 - 1);
-  const std::string_view cost = line.substr(tab2 + 1);
-  // A word takes 255 bytes at most, a Chinese character three or more.
+// Read byte by byte, in one pass, as this runs on every line of the table at
+// load.
+std::size_t PhraseTable::AddLine(std::size_t offset) {
+  const char* const data = content_.data();
+  const std::size_t size = content_.size();
+  // A line that can't be read is passed over, up to its LF.
+  const auto skip = [&](std::size_t from) {
+    ++skipped_;
+    const void* lf = std::memchr(data + from, '\n', size - from);
+    return lf ? static_cast<std::size_t>(static_cast<const char*>(lf) - data) +
+                    1
+              : size;
+  };
+  // The word: Chinese characters up to the first TAB, 255 bytes at most, so
+  // 85 characters at most.
   std::uint32_t codes[255 / 3];
   std::size_t chars = 0;
-  for (std::size_t pos = 0; pos < word.size();) {
-    const Utf8Char c = DecodeChar(word, pos);
-    if (!IsHanzi(c.code)) {
-      ++skipped_;
-      return;
-    }
+  std::size_t pos = offset;
+  while (pos < size && data[pos] != '\t') {
+    const Utf8Char c = DecodeChar(content_, pos);
+    if (!IsHanzi(c.code) || pos + c.length - offset > 255) return skip(pos);
     codes[chars++] = c.code;
     pos += c.length;
   }
-  std::uint32_t value = 0;
-  const bool digits =
-      !cost.empty() && std::all_of(cost.begin(), cost.end(), [&](char d) {
-        if (d < '0' || d > '9') return false;
-        value = std::min<std::uint32_t>(value * 10 + (d - '0'), 65535);
-        return true;
-      });
-  if (!digits || CountSyllables(readings) != static_cast<long>(chars)) {
-    ++skipped_;
-    return;
+  if (chars == 0 || pos == size) return skip(pos);
+  const std::size_t tab1 = pos++;
+  // The readings: a syllable for each character, with a blank between. A
+  // syllable is one to three Zhuyin letters (U+3105..U+3129, E3 84 85..A9),
+  // then at most one tone mark (CB 8A, CB 87, CB 8B, CB 99); its key has a
+  // byte for the last byte of each letter, and the top one for the mark's.
+  std::uint32_t keys[255 / 3];
+  std::size_t syllables = 0;
+  for (;;) {
+    std::uint32_t key = 0;
+    int letters = 0;
+    while (pos + 3 <= size && data[pos] == '\xE3' && data[pos + 1] == '\x84' &&
+           static_cast<unsigned char>(data[pos + 2]) >= 0x85 &&
+           static_cast<unsigned char>(data[pos + 2]) <= 0xA9 && letters < 3) {
+      key |= std::uint32_t{static_cast<unsigned char>(data[pos + 2])}
+             << (8 * letters++);
+      pos += 3;
+    }
+    if (letters == 0 || syllables == chars) return skip(pos);
+    if (pos + 2 <= size && data[pos] == '\xCB' && IsToneMark(data[pos + 1])) {
+      key |= std::uint32_t{static_cast<unsigned char>(data[pos + 1])} << 24;
+      pos += 2;
+    }
+    keys[syllables++] = key;
+    if (pos == size || data[pos] != ' ') break;
+    ++pos;
   }
+  if (pos == size || data[pos] != '\t' || syllables != chars) {
+    return skip(pos);
+  }
+  const std::size_t tab2 = pos++;
+  // The cost: decimal digits up to the LF.
+  std::uint32_t value = 0;
+  const std::size_t digits = pos;
+  for (; pos < size && data[pos] >= '0' && data[pos] <= '9'; ++pos) {
+    value = std::min<std::uint32_t>(value * 10 + (data[pos] - '0'), 65535);
+  }
+  if (pos == digits || pos == size || data[pos] != '\n') return skip(pos);
+  const std::size_t wordBytes = tab1 - offset;
+  const std::size_t readingBytes = tab2 - tab1 - 1;
   const Slot slot{
       0, static_cast<std::uint32_t>(offset), static_cast<std::uint16_t>(value),
-      static_cast<std::uint8_t>(word.size()),
-      static_cast<std::uint8_t>(readings.size() <= 255 ? readings.size() : 0)};
+      static_cast<std::uint8_t>(wordBytes),
+      static_cast<std::uint8_t>(readingBytes <= 255 ? readingBytes : 0)};
   if (chars >= 2) {
     const std::size_t bit = PairBit(codes[0], codes[1]);
     SetPairBit(bit);
@@ -232,14 +209,11 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t tab1,
   }
   std::uint64_t h = kFnvOffset;
   std::size_t bytes = 0;
-  std::size_t syllable = 0;  // where the character's syllable starts
   for (std::size_t k = 0; k < chars; ++k) {
     const std::uint32_t code = codes[k];
     if (chars >= 2) {
       inWords_.push_back({code, k > 0 ? codes[k - 1] : 0,
-                          k + 1 < chars ? codes[k + 1] : 0,
-                          SyllableKey(readings, syllable)});
-      ++syllable;  // the blank
+                          k + 1 < chars ? codes[k + 1] : 0, keys[k]});
       if (k > 0) SetPairBit(2 * kPairBits + PairBit(codes[k - 1], code));
     }
     h = HashMore(h, code);
@@ -247,15 +221,16 @@ void PhraseTable::AddLine(std::size_t offset, std::size_t tab1,
     const bool added = k == 0 && IsDirect(code)
                            ? Put(direct_[code - kFirstDirect], slot, bytes)
                            : Insert(Finish(h), slot, bytes);
-    if (!added && bytes == word.size()) {
+    if (!added && bytes == wordBytes) {
       ++skipped_;  // each word once: the first line stands
-      return;
+      return pos + 1;
     }
   }
   if (chars == 1 && IsDirect(codes[0])) {
-    ownKeys_[codes[0] - kFirstDirect] = SyllableKey(readings, syllable);
+    ownKeys_[codes[0] - kFirstDirect] = keys[0];
   }
   ++size_;
+  return pos + 1;
 }
 
 void PhraseTable::NoteReadings() {

@@ -217,10 +217,9 @@ class PhraseTable {
   }
 
   void Index();
-  // The line from `offset` to the LF at `end`, with TABs `tab1` and `tab2`
-  // bytes into it.
-  void AddLine(std::size_t offset, std::size_t tab1, std::size_t tab2,
-               std::size_t end);
+  // Takes in the line that starts at `offset`, or counts it skipped; gives
+  // where the next line starts.
+  std::size_t AddLine(std::size_t offset);
   // Once every line is in: each character's own syllable, and where a word
   // reads a character otherwise.
   void NoteReadings();
