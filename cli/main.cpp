@@ -129,8 +129,19 @@ bool WriteFully(int fd, const std::string& text) {
 }
 
 // Writes `text` to a new file beside `path` and renames it over `path`, so
-// that an existing file is replaced only by a complete one.
+// that an existing file is replaced only by a complete one. A device or a
+// named pipe is written to where it stands: renaming over it would put a
+// file in its place, /dev/null among them.
 int WriteFile(const std::string& path, const std::string& text) {
+  struct stat target {};
+  if (::stat(path.c_str(), &target) == 0 && !S_ISREG(target.st_mode) &&
+      !S_ISDIR(target.st_mode)) {
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (fd < 0) return WriteFailed(path, errno);
+    int error = WriteFully(fd, text) ? 0 : errno;
+    if (::close(fd) != 0 && error == 0) error = errno;
+    return error == 0 ? 0 : WriteFailed(path, error);
+  }
   const std::size_t slash = path.rfind('/');
   const std::string folder =
       slash == std::string::npos ? "." : path.substr(0, slash + 1);

@@ -6,9 +6,11 @@
 // standard output and error together, with the folder written $D again. Every
 // run has $D/config as its preferences folder. And the readings in context of
 // tests/data/context/readings.txt, with the shipped data files.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -145,6 +147,30 @@ TEST_F(CliRuns, ANamedPipeIsReadWhole) {
             std::make_pair(0, std::string("\r\rZhuyin 1 (Bopomofo)\r"
                                           "-------------------\r"
                                           "ㄓㄨㄥ (ㄓㄨㄥˋ) ㄨㄣˊ \r")));
+}
+
+// -o onto a named pipe writes into it, as onto a device: renamed over, the
+// pipe would be gone, and /dev/null with it. The page fits in the pipe, so
+// it is read once the CLI has ended.
+TEST_F(CliRuns, OutputGoesIntoANamedPipe) {
+  const std::string fifo = Path("out");
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  const int fd = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(fd, 0);
+  EXPECT_EQ(Run("--systems 01000 --export text -o $D/out --table "
+                "$D/zhuyintable",
+                "中"),
+            std::make_pair(0, std::string()));
+  std::string page;
+  char buffer[4096];
+  for (ssize_t n; (n = read(fd, buffer, sizeof buffer)) > 0;) {
+    page.append(buffer, static_cast<std::size_t>(n));
+  }
+  close(fd);
+  EXPECT_TRUE(page.starts_with("中\n\n")) << page;
+  struct stat st {};
+  ASSERT_EQ(stat(fifo.c_str(), &st), 0);
+  EXPECT_TRUE(S_ISFIFO(st.st_mode));
 }
 
 // -o replaces the file only with a whole page, and leaves no other file.
