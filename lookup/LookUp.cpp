@@ -510,12 +510,16 @@ class Walk {
   // names it: the reading string is made once per character and place.
   int Slot(std::uint32_t code, std::string_view character,
            std::string_view chosen) {
-    const auto [it, isNew] =
-        slotOfChosen_.try_emplace(ChosenKey{code, chosen.data()}, kUnknown);
+    // The last few asked for, by a hash of both, spare the map most times.
+    const ChosenKey key{code, chosen.data()};
+    RecentChosen& recent = recentChosen_[ChosenKeyHash()(key) % kRecentChosen];
+    if (recent.key == key) return recent.slot;
+    const auto [it, isNew] = slotOfChosen_.try_emplace(key, kUnknown);
     if (isNew) {
       it->second =
           SlotOfEntry(engine_.ReadingEntryOf(character, chosen, settings_));
     }
+    recent = {key, it->second};
     return it->second;
   }
 
@@ -631,6 +635,12 @@ class Walk {
   std::vector<Contribution> contributions_;
   std::string texts_;  // the texts of the contributions
   std::unordered_map<ChosenKey, int, ChosenKeyHash> slotOfChosen_;
+  struct RecentChosen {
+    ChosenKey key{0, nullptr};
+    int slot = kUnknown;
+  };
+  static constexpr std::size_t kRecentChosen = 256;
+  std::array<RecentChosen, kRecentChosen> recentChosen_{};
   std::deque<std::string> ownedEntries_;  // reading strings made here
 };
 
