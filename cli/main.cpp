@@ -67,7 +67,8 @@ Options:
                    text exports nothing.
   -o, --output FILE
                    write to FILE instead of standard output; FILE is
-                   replaced only once everything has been written
+                   replaced only once everything has been written (a
+                   device or a named pipe is written into)
   -h, --help       show this help
 
 Example:
