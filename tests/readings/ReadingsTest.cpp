@@ -134,6 +134,13 @@ TEST(Readings, DamagedPhraseFiles) {
   EXPECT_EQ(missing.size(), 1u);
   EXPECT_EQ(missing.skippedLines(), 0u);
   EXPECT_TRUE(moved.empty());
+  // A mapped one moves its mapping: the table moved to still reads it.
+  ASSERT_TRUE(moved.Open(kData + "phrases"));
+  missing = std::move(moved);
+  std::vector<PhraseTable::Match> words;
+  missing.WordsAt("银行", 0, words);
+  ASSERT_EQ(words.size(), 2u);
+  EXPECT_EQ(missing.Readings(words[1].entry), "ㄧㄣˊ ㄏㄤˊ");
 }
 
 std::string ReadingsOf(const PhraseTable& table, std::string_view word) {
