@@ -495,14 +495,19 @@ class Walk {
       }
     }
     const std::string_view fixed = chosen_.Fixed(code);
-    if (!fixed.empty() ||
-        (taiwan_ && engine_.HasOwnReading(character, settings_))) {
+    if (taiwan_ && engine_.HasOwnReading(character, settings_)) {
       return *known = SlotOfEntry(
                  engine_.ReadingEntryOf(character, fixed, settings_));
     }
     const long hit = engine_.Search(character);
-    if (hit < 1) return *known = kNoReading;
-    return *known = SlotOfEntry(engine_.table().ReadingEntry(hit));
+    if (hit < 1 && fixed.empty()) return *known = kNoReading;
+    const std::string_view entry =
+        hit < 1 ? std::string_view() : engine_.table().ReadingEntry(hit);
+    // Mostly the reading of every word is the first of the table already.
+    if (fixed.empty() || entry.substr(0, entry.find("  ")) == fixed) {
+      return *known = SlotOfEntry(entry);
+    }
+    return *known = SlotOfEntry(PutFirst(entry, fixed));
   }
 
   // The slot of a character with a reading chosen in context. The chosen
