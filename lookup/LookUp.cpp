@@ -649,19 +649,26 @@ class Walk {
   std::deque<std::string> ownedEntries_;  // reading strings made here
 };
 
-// The number of characters above U+00FF in `text`, as the walk counts them.
-std::size_t WideCharacters(std::string_view text) {
-  std::size_t count = 0;
-  for (std::size_t pos = 0; pos < text.size();) {
-    if (static_cast<unsigned char>(text[pos]) < 0x80) {
-      ++pos;
-      continue;
-    }
+// The next character above U+00FF of `text` from `pos` on, which is moved
+// behind it; 0 at the end.
+std::uint32_t NextWideCharacter(std::string_view text, std::size_t& pos) {
+  while (pos < text.size()) {
     const Utf8Char c = DecodeChar(text, pos);
-    if (c.code > 0xFF) ++count;
     pos += c.length;
+    if (c.code > 0xFF) return c.code;
   }
-  return count;
+  return 0;
+}
+
+// True when the two texts hold the same characters above U+00FF, in order.
+bool SameWideCharacters(std::string_view a, std::string_view b) {
+  std::size_t i = 0;
+  std::size_t j = 0;
+  for (;;) {
+    const std::uint32_t code = NextWideCharacter(a, i);
+    if (code != NextWideCharacter(b, j)) return false;
+    if (code == 0) return true;
+  }
 }
 
 // The blocks of the selected systems. Each body is released once it is
@@ -844,8 +851,8 @@ LookUpEngine::Result LookUpEngine::LookUp(std::string_view fieldText,
   if (settings.contextReadings) {
     // Should Tokenizer ever change more than blanks, the readings are
     // chosen on what it gave.
-    const bool same = segmented.empty() ||
-                      WideCharacters(typed) == WideCharacters(lookUpText);
+    const bool same =
+        segmented.empty() || SameWideCharacters(typed, lookUpText);
     chosen = ReadingsInContext(same ? typed : lookUpText, lookUpText, settings);
   }
   Walk walk(*this, settings, slotOfBmp_, std::move(chosen));

@@ -99,6 +99,26 @@ TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
             shown);
 }
 
+// Readings in context are chosen on what Tokenizer gave when it changed more
+// than the blanks: there, the typed 行长 would read the walked 长 as háng.
+TEST_F(LookUpCases, ContextReadsTheTextTokenizerChanged) {
+  DataFiles files = FilesWithTable("行   ㄒㄧㄥˊ  ㄏㄤˊ\n长   ㄔㄤˊ  ㄓㄤˇ\n");
+  files.phrasereadings = Path("phrases");
+  WriteFile(files.phrasereadings,
+            "行\tㄒㄧㄥˊ\t600\n行长\tㄏㄤˊ ㄓㄤˇ\t900\n长\tㄔㄤˊ\t650\n");
+  WriteFile(files.tokenizer, "#!/bin/sh\nprintf '长 行'\n");
+  std::filesystem::permissions(files.tokenizer,
+                               std::filesystem::perms::owner_all);
+  LookUpEngine engine(files);
+  LookUpSettings settings;
+  settings.contextReadings = true;
+  settings.segmentation = true;
+  settings.PinyinSystemsPrefValue = "01000";
+  settings.tones.ShowMultipleReadingsPrefValue = "0";
+  EXPECT_EQ(Block(engine.LookUp("行长", settings).text, "Zhuyin 1 (Bopomofo)"),
+            "ㄔㄤˊ  ㄒㄧㄥˊ ");
+}
+
 // Under Taiwan's standard a character's line of taiwanreadings comes first;
 // a line of another form is passed over.
 TEST_F(LookUpCases, TaiwanReadingsTakeOnlyWellFormedLines) {
