@@ -43,7 +43,6 @@ PhraseTable& PhraseTable::operator=(PhraseTable&& other) noexcept {
   slots_ = std::move(other.slots_);
   direct_ = std::move(other.direct_);
   pairs_ = std::move(other.pairs_);
-  own_ = std::move(other.own_);
   fixedBits_ = std::move(other.fixedBits_);
   used_ = other.used_;
   size_ = other.size_;
@@ -66,8 +65,6 @@ void PhraseTable::Clear() {
   direct_.shrink_to_fit();
   pairs_.clear();
   pairs_.shrink_to_fit();
-  own_.clear();
-  own_.shrink_to_fit();
   fixedBits_.clear();
   fixedBits_.shrink_to_fit();
   used_ = 0;
@@ -122,7 +119,6 @@ void PhraseTable::Index() {
   fresh(slots_, std::max<std::size_t>(16, content_.size() / 20));
   fresh(direct_, kEndDirect - kFirstDirect);
   pairs_.assign(5 * kPairBits / 64, 0);
-  own_.assign(kEndDirect - kFirstDirect, Own{});
   ownKeys_.assign(kEndDirect - kFirstDirect, 0);
   // A character of a word takes seven bytes of its line or more (three of
   // the word, a letter and a blank): room enough, never moved. Pages not
@@ -234,12 +230,11 @@ std::size_t PhraseTable::AddLine(std::size_t offset) {
 }
 
 void PhraseTable::NoteReadings() {
-  fixedBits_.assign((own_.size() + 63) / 64, 0);
-  for (std::size_t i = 0; i < own_.size(); ++i) {
-    const Slot& slot = direct_[i];
-    // A character of the array takes three bytes.
-    if (slot.wordBytes == 3) {
-      own_[i] = Own{slot.line + 4, slot.readingBytes};
+  fixedBits_.assign((direct_.size() + 63) / 64, 0);
+  for (std::size_t i = 0; i < direct_.size(); ++i) {
+    // A character of the array takes three bytes: a word of three bytes is
+    // its own.
+    if (direct_[i].wordBytes == 3) {
       fixedBits_[i / 64] |= std::uint64_t{1} << (i % 64);
     }
   }

@@ -14,8 +14,8 @@
 // has been found. Three more sets hold the pairs of neighbours inside a word,
 // and those of them where the word reads one of the two otherwise than its own
 // word does: a caller can tell where no word joins two characters, and where no
-// word changes a reading. Each character's own syllable, and whether every word
-// reads it so, are kept by code point. The hash table knows a prefix by a
+// word changes a reading. Whether every word reads a character as its own word
+// does is kept by code point. The hash table knows a prefix by a
 // 64-bit hash of its code points alone: that two of the few million prefixes a
 // text and a table ask for share one is far less likely than a fault of the
 // memory, and leaving the file out of the probes halves the time of a look-up.
@@ -98,9 +98,12 @@ class PhraseTable {
   // when it has none; nothing for a character outside U+3400..U+9FFF, which
   // this does not know.
   std::optional<std::string_view> OwnReading(std::uint32_t code) const {
-    if (!IsDirect(code) || own_.empty()) return std::nullopt;
-    const Own& own = own_[code - kFirstDirect];
-    return std::string_view(content_.data() + own.offset, own.length);
+    if (!IsDirect(code) || direct_.empty()) return std::nullopt;
+    const Slot& slot = direct_[code - kFirstDirect];
+    // A character of the array takes three bytes: the slot names its own
+    // word when that word is three bytes long. Its line: WORD<TAB>SYLLABLE.
+    if (slot.wordBytes != 3) return std::string_view();
+    return std::string_view(content_.data() + slot.line + 4, slot.readingBytes);
   }
 
   // False when no word of the table has the character `first` followed by
@@ -171,11 +174,6 @@ class PhraseTable {
     return code >= kFirstDirect && code < kEndDirect;
   }
 
-  // A syllable in the content: that of a character's own word.
-  struct Own {
-    std::uint32_t offset = 0;
-    std::uint32_t length = 0;
-  };
   // A character of a word of two or more, as indexing meets it: its
   // neighbours in the word (0 for none) and the key of its syllable there.
   struct InWord {
@@ -220,8 +218,8 @@ class PhraseTable {
   // Takes in the line that starts at `offset`, or counts it skipped; gives
   // where the next line starts.
   std::size_t AddLine(std::size_t offset);
-  // Once every line is in: each character's own syllable, and where a word
-  // reads a character otherwise.
+  // Once every line is in: which characters every word reads as their own
+  // word does, and where a word reads a character otherwise.
   void NoteReadings();
   const Slot* Find(std::uint64_t hash) const;
   // Adds the prefix of `length` bytes of a word; false when it was known
@@ -239,7 +237,6 @@ class PhraseTable {
   std::vector<Slot> slots_;
   std::vector<Slot> direct_;              // by code point from kFirstDirect
   std::vector<std::uint64_t> pairs_;      // the five sets of pair bits
-  std::vector<Own> own_;                  // by code point from kFirstDirect
   std::vector<std::uint64_t> fixedBits_;  // by code point from kFirstDirect
   // While indexing: the characters of longer words, and the key of each
   // character's own syllable by code point from kFirstDirect.
