@@ -85,7 +85,9 @@ class ChosenReadings {
   ChosenReadings() = default;
   // False when there are none, or when the character `code` reads by
   // Fixed() wherever it stands.
-  bool Varies(std::uint32_t code) const { return on_ && !fixed_.Has(code); }
+  bool Varies(std::uint32_t code) const {
+    return chooser_ != nullptr && !fixed_.Has(code);
+  }
   // The reading of a character that does not vary; empty when there are no
   // chosen readings.
   std::string_view Fixed(std::uint32_t code) const {
@@ -111,7 +113,6 @@ class ChosenReadings {
                  std::string_view text, std::string_view walked)
       : chooser_(std::make_unique<ReadingChooser>(text, table, user)),
         fixed_(chooser_->FixedSet()),
-        on_(true),
         text_(text),
         sameText_(text.data() == walked.data() &&
                   text.size() == walked.size()) {}
@@ -123,7 +124,6 @@ class ChosenReadings {
   std::unique_ptr<ReadingChooser> chooser_;
   // What Varies asks, at hand: it is asked for every character.
   PhraseTable::FixedSet fixed_;
-  bool on_ = false;
   std::string_view text_;
   bool sameText_ = true;
   std::size_t pos_ = 0;  // in text_, for Next()
