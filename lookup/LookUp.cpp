@@ -494,20 +494,20 @@ class Walk {
         return *known = kFirstMark - static_cast<int>(i);
       }
     }
+    // The line of the table as it stands, unless a reading goes in front of
+    // it: the Taiwan one, or one that every word gives (mostly the first of
+    // the line already).
     const std::string_view fixed = chosen_.Fixed(code);
-    if (taiwan_ && engine_.HasOwnReading(character, settings_)) {
-      return *known = SlotOfEntry(
-                 engine_.ReadingEntryOf(character, fixed, settings_));
+    if (!taiwan_ || !engine_.HasOwnReading(character, settings_)) {
+      const long hit = engine_.Search(character);
+      const std::string_view entry =
+          hit < 1 ? std::string_view() : engine_.table().ReadingEntry(hit);
+      if (fixed.empty() || FirstReading(entry) == fixed) {
+        return *known = SlotOfEntry(entry);
+      }
     }
-    const long hit = engine_.Search(character);
-    if (hit < 1 && fixed.empty()) return *known = kNoReading;
-    const std::string_view entry =
-        hit < 1 ? std::string_view() : engine_.table().ReadingEntry(hit);
-    // Mostly the reading of every word is the first of the table already.
-    if (fixed.empty() || entry.substr(0, entry.find("  ")) == fixed) {
-      return *known = SlotOfEntry(entry);
-    }
-    return *known = SlotOfEntry(PutFirst(entry, fixed));
+    return *known =
+               SlotOfEntry(engine_.ReadingEntryOf(character, fixed, settings_));
   }
 
   // The slot of a character with a reading chosen in context. The chosen
@@ -552,7 +552,7 @@ class Walk {
   Contribution Contribute(std::string_view entry) {
     const ToneSettings& tones = settings_.tones;
     Contribution c;
-    c.first = Store(entry.substr(0, entry.find("  ")));
+    c.first = Store(FirstReading(entry));
     for (const SystemRow& row : kSystemTable) {
       std::string text;
       if (row.system == System::kZhuyin1) {

@@ -186,7 +186,7 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
 }
 
 std::string PutFirst(std::string_view readingEntry, std::string_view reading) {
-  if (readingEntry.substr(0, readingEntry.find("  ")) == reading) {
+  if (FirstReading(readingEntry) == reading) {
     return std::string(readingEntry);
   }
   std::string out(reading);

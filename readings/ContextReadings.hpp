@@ -117,6 +117,12 @@ std::vector<std::string_view> ChooseReadings(std::string_view text,
                                              const PhraseTable& table,
                                              const PhraseTable& user);
 
+// The first reading of a character's reading string ("ㄏㄤˊ  ㄒㄧㄥˊ":
+// readings separated by two blanks).
+inline std::string_view FirstReading(std::string_view readingEntry) {
+  return readingEntry.substr(0, readingEntry.find("  "));
+}
+
 // A character's reading string ("ㄏㄤˊ  ㄒㄧㄥˊ": readings separated by two
 // blanks) with `reading` moved to the front, or put in front when missing;
 // unchanged when it is in front already.
