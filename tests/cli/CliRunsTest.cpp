@@ -96,9 +96,8 @@ TEST_F(CliRuns, ReadInContext) {
   }
 }
 
-// A big text is read whole; and in context to its last line, although the
-// readings are chosen a piece of the text at a time, each piece ending at a
-// line end, here with Chinese characters up to every line end.
+// A big text is read whole; and in context to its last line, with Chinese
+// characters up to every line end and a word split on every line.
 TEST_F(CliRuns, ALargeInputWorks) {
   std::string text;
   for (int i = 0; i < 200000; ++i) text += "中文。abc\n";  // 2.8 MB
