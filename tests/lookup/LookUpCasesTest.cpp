@@ -99,6 +99,20 @@ TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
             shown);
 }
 
+// A reading chosen in context goes in front of the character's line, the
+// table's first line too.
+TEST_F(LookUpCases, ContextReadsTheTablesFirstCharacter) {
+  DataFiles files = FilesWithTable(kTable);
+  files.phrasereadings = Path("phrases");
+  WriteFile(files.phrasereadings, "中\tㄓㄨㄥˋ\t100\n");
+  LookUpEngine engine(files);
+  LookUpSettings settings;
+  settings.contextReadings = true;
+  settings.PinyinSystemsPrefValue = "01000";
+  EXPECT_EQ(Block(engine.LookUp("中", settings).text, "Zhuyin 1 (Bopomofo)"),
+            "ㄓㄨㄥˋ (ㄓㄨㄥ) ");
+}
+
 // Readings in context are chosen on what Tokenizer gave when it changed more
 // than the blanks: there, the typed 行长 would read the walked 长 as háng.
 TEST_F(LookUpCases, ContextReadsTheTextTokenizerChanged) {
