@@ -22,7 +22,24 @@ const std::string kTable =
     "我   ㄨㄛˇ\n們   ㄇㄣ˙\n是   ㄕˋ\n國   ㄍㄨㄛˊ\n人   ㄖㄣˊ\n"
     "。   ㄐㄩˋ\n";
 
-class LookUpCases : public TableFixture {};
+class LookUpCases : public TableFixture {
+ protected:
+  // Files with `table` and the phrase file `phrases`.
+  DataFiles FilesWithPhrases(const std::string& table,
+                             const std::string& phrases) {
+    DataFiles files = FilesWithTable(table);
+    files.phrasereadings = Path("phrases");
+    WriteFile(files.phrasereadings, phrases);
+    return files;
+  }
+  // Readings in context, Zhuyin 1 alone.
+  static LookUpSettings InContext() {
+    LookUpSettings settings;
+    settings.contextReadings = true;
+    settings.PinyinSystemsPrefValue = "01000";
+    return settings;
+  }
+};
 
 // Settings are words: d (dictionary mode), systems=..., seg, single (first
 // reading only), notones, numbers, header=... (Zhuyin 1's header), page (the
@@ -84,13 +101,9 @@ TEST_F(LookUpCases, GiveTheirResults) {
 
 // The phrase table is read at the first look-up in context, and kept.
 TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
-  DataFiles files = FilesWithTable(kTable);
-  files.phrasereadings = Path("phrases");
-  WriteFile(files.phrasereadings, "行\tㄏㄥˋ\t100\n");
+  const DataFiles files = FilesWithPhrases(kTable, "行\tㄏㄥˋ\t100\n");
   LookUpEngine engine(files);
-  LookUpSettings settings;
-  settings.contextReadings = true;
-  settings.PinyinSystemsPrefValue = "01000";
+  const LookUpSettings settings = InContext();
   const std::string shown = "ㄏㄥˋ (ㄒㄧㄥˊ  ㄏㄤˊ) ";
   EXPECT_EQ(Block(engine.LookUp("行", settings).text, "Zhuyin 1 (Bopomofo)"),
             shown);
@@ -102,32 +115,23 @@ TEST_F(LookUpCases, ThePhraseTableIsReadOnce) {
 // A reading chosen in context goes in front of the character's line, the
 // table's first line too.
 TEST_F(LookUpCases, ContextReadsTheTablesFirstCharacter) {
-  DataFiles files = FilesWithTable(kTable);
-  files.phrasereadings = Path("phrases");
-  WriteFile(files.phrasereadings, "中\tㄓㄨㄥˋ\t100\n");
-  LookUpEngine engine(files);
-  LookUpSettings settings;
-  settings.contextReadings = true;
-  settings.PinyinSystemsPrefValue = "01000";
-  EXPECT_EQ(Block(engine.LookUp("中", settings).text, "Zhuyin 1 (Bopomofo)"),
+  LookUpEngine engine(FilesWithPhrases(kTable, "中\tㄓㄨㄥˋ\t100\n"));
+  EXPECT_EQ(Block(engine.LookUp("中", InContext()).text, "Zhuyin 1 (Bopomofo)"),
             "ㄓㄨㄥˋ (ㄓㄨㄥ) ");
 }
 
 // Readings in context are chosen on what Tokenizer gave when it changed more
 // than the blanks: there, the typed 行长 would read the walked 长 as háng.
 TEST_F(LookUpCases, ContextReadsTheTextTokenizerChanged) {
-  DataFiles files = FilesWithTable("行   ㄒㄧㄥˊ  ㄏㄤˊ\n长   ㄔㄤˊ  ㄓㄤˇ\n");
-  files.phrasereadings = Path("phrases");
-  WriteFile(files.phrasereadings,
-            "行\tㄒㄧㄥˊ\t600\n行长\tㄏㄤˊ ㄓㄤˇ\t900\n长\tㄔㄤˊ\t650\n");
+  const DataFiles files = FilesWithPhrases(
+      "行   ㄒㄧㄥˊ  ㄏㄤˊ\n长   ㄔㄤˊ  ㄓㄤˇ\n",
+      "行\tㄒㄧㄥˊ\t600\n行长\tㄏㄤˊ ㄓㄤˇ\t900\n长\tㄔㄤˊ\t650\n");
   WriteFile(files.tokenizer, "#!/bin/sh\nprintf '长 行'\n");
   std::filesystem::permissions(files.tokenizer,
                                std::filesystem::perms::owner_all);
   LookUpEngine engine(files);
-  LookUpSettings settings;
-  settings.contextReadings = true;
+  LookUpSettings settings = InContext();
   settings.segmentation = true;
-  settings.PinyinSystemsPrefValue = "01000";
   settings.tones.ShowMultipleReadingsPrefValue = "0";
   EXPECT_EQ(Block(engine.LookUp("行长", settings).text, "Zhuyin 1 (Bopomofo)"),
             "ㄔㄤˊ  ㄒㄧㄥˊ ");
